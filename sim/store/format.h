@@ -1,0 +1,46 @@
+// The layout of a root's store database, shared by the tool that writes it and the simulation that reads it.
+// sim/store/README.md describes each table and why it is shaped so.
+#pragma once
+
+namespace ostrel::sim {
+
+// The database file below a root.
+inline constexpr const char* kStoreFileName = "vellum.db";
+
+// Bumped whenever a table below changes shape; a root built by another format is refused.
+inline constexpr int kStoreFormatVersion = 1;
+
+inline constexpr const char* kStoreSchema = R"sql(
+PRAGMA page_size = 65536;
+CREATE TABLE items (
+  dir TEXT NOT NULL,
+  name TEXT NOT NULL,
+  datatype INTEGER NOT NULL,
+  data BLOB NOT NULL,
+  PRIMARY KEY (dir, name)
+) WITHOUT ROWID;
+CREATE TABLE aliases (
+  path TEXT PRIMARY KEY,
+  dir TEXT NOT NULL,
+  name TEXT NOT NULL
+) WITHOUT ROWID;
+CREATE TABLE dirs (
+  parent TEXT NOT NULL,
+  name TEXT NOT NULL,
+  PRIMARY KEY (parent, name)
+) WITHOUT ROWID;
+CREATE TABLE interfaces (handle INTEGER PRIMARY KEY, name TEXT NOT NULL);
+CREATE TABLE nodes (id INTEGER PRIMARY KEY, name TEXT NOT NULL);
+CREATE TABLE fapids (id INTEGER PRIMARY KEY, name TEXT NOT NULL);
+CREATE TABLE settings (key TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID;
+CREATE TABLE faults (
+  op TEXT NOT NULL,
+  key TEXT NOT NULL,
+  idx INTEGER NOT NULL,
+  code INTEGER NOT NULL,
+  overflow INTEGER NOT NULL,
+  data BLOB
+);
+)sql";
+
+}  // namespace ostrel::sim
