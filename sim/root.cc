@@ -209,6 +209,11 @@ std::optional<Fault> find_fault(std::string_view op, std::string_view key, int64
   return std::nullopt;
 }
 
+bool has_fault(std::string_view op, std::string_view key) {
+  const auto& faults = declared().faults;
+  return !faults.empty() && faults.count(fault_key(op, key)) != 0;
+}
+
 void root_reset_for_testing(const std::string& dir) {
   RootState& root = state();
   root.declared.reset();

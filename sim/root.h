@@ -39,10 +39,14 @@ bool control_server_available();
 // A fault declared without an index matches every index.
 struct Fault {
   cerr_t code = 0;
-  bool overflow = false;   // print_entry: report "did not fit" rather than a failure
-  std::string data;        // item_get: bytes returned along with the failure
+  bool overflow = false;  // print_entry: report "did not fit" rather than a failure
+  std::string data;       // item_get: bytes returned along with the failure
   bool has_data = false;
 };
 std::optional<Fault> find_fault(std::string_view op, std::string_view key = {}, int64_t index = -1);
+
+// Whether any fault of `op` is declared for `key`, at whatever index: lets a service skip counting work that
+// only a fault would need.
+bool has_fault(std::string_view op, std::string_view key = {});
 
 }  // namespace ostrel::sim
