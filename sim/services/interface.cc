@@ -1,0 +1,149 @@
+// Interface services of the simulated platform, answered from the root's inventory of interfaces.
+#include "platform/interface.h"
+
+#include <array>
+#include <cctype>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/text.h"
+#include "sim/cerr_codes.h"
+#include "sim/root.h"
+#include "sim/services/interface_lookup.h"
+
+struct imc_control_server_s {
+  bool connected = false;
+};
+
+namespace ostrel::sim {
+namespace {
+
+struct Abbreviation {
+  std::string_view full;
+  std::string_view brief;
+};
+
+constexpr Abbreviation kAbbreviations[] = {
+    {"GigabitEthernet", "Gi"}, {"TenGigE", "Te"},      {"TwentyFiveGigE", "TF"},
+    {"FortyGigE", "Fo"},       {"FiftyGigE", "Fi"},    {"HundredGigE", "Hu"},
+    {"FourHundredGigE", "FH"}, {"FastEthernet", "Fa"}, {"Bundle-Ether", "BE"},
+    {"Bundle-POS", "BP"},      {"POS", "PO"},          {"Loopback", "Lo"},
+    {"MgmtEth", "Mg"},         {"Null", "Nu"},         {"BVI", "BV"},
+    {"tunnel-ip", "ti"},       {"tunnel-te", "tt"},    {"tunnel-mte", "tm"},
+};
+
+// `name` begins with the interface type `type` and the type is followed by its number.
+bool has_type(std::string_view name, std::string_view type) {
+  return name.size() > type.size() && name.substr(0, type.size()) == type &&
+         std::isdigit(static_cast<unsigned char>(name[type.size()]));
+}
+
+std::string short_form(std::string_view name) {
+  for (const Abbreviation& entry : kAbbreviations) {
+    if (has_type(name, entry.full)) return std::string(entry.brief).append(name.substr(entry.full.size()));
+  }
+  return std::string(name);
+}
+
+std::optional<std::string> long_form(std::string_view name) {
+  for (const Abbreviation& entry : kAbbreviations) {
+    if (has_type(name, entry.brief)) return std::string(entry.full).append(name.substr(entry.brief.size()));
+  }
+  return std::nullopt;
+}
+
+std::string handle_key(uint32_t handle) {
+  char key[16];
+  std::snprintf(key, sizeof key, "0x%x", handle);
+  return key;
+}
+
+imc_control_server_s& control_server() {
+  static imc_control_server_s server;
+  return server;
+}
+
+cerr_t name_one(uint32_t handle, imc_interface_name_result* result) {
+  if (result->name && result->size > 0) result->name[0] = '\0';
+  if (auto fault = find_fault("interface_name", handle_key(handle))) {
+    return fault->code ? fault->code : kInjectedFailure;
+  }
+  std::optional<std::string> name = interface_name_of(handle);
+  if (!name) return kUnknownIdentifier;
+  if (!result->name || result->size == 0) return kBadArgument;
+  sstrncpy(result->name, name->c_str(), result->size);
+  return kCerrOk;
+}
+
+}  // namespace
+
+std::optional<uint32_t> find_interface_handle(std::string_view name) {
+  if (auto handle = interface_handle_of(name)) return handle;
+  if (auto full = long_form(name)) return interface_handle_of(*full);
+  return std::nullopt;
+}
+
+}  // namespace ostrel::sim
+
+cerr_t imc_control_server_bind(const imc_control_server_params* params, uint32_t, imc_ctx_t* ctx) {
+  using namespace ostrel::sim;
+  if (!params || params->version != 1 || !ctx) return kBadArgument;
+  if (auto fault = find_fault("control_server")) return fault->code ? fault->code : kInjectedFailure;
+  if (!control_server_available()) return kNotConnected;
+  control_server().connected = true;
+  *ctx = &control_server();
+  return kCerrOk;
+}
+
+cerr_t imc_control_server_unbind(imc_ctx_t* ctx, uint32_t flags) {
+  using namespace ostrel::sim;
+  if (!ctx || flags != 0) return kBadArgument;
+  if (!*ctx || !(*ctx)->connected) return kNotConnected;
+  (*ctx)->connected = false;
+  *ctx = nullptr;
+  return kCerrOk;
+}
+
+cerr_t imc_interface_name(imc_ctx_t ctx, uint32_t count, const uint32_t* handles, uint32_t flags,
+                          imc_interface_name_result* results) {
+  using namespace ostrel::sim;
+  if (!ctx || ctx != &control_server() || !ctx->connected) return kNotConnected;
+  if (flags != 0 || (count > 0 && (!handles || !results))) return kBadArgument;
+  for (uint32_t i = 0; i < count; ++i) results[i].status = name_one(handles[i], &results[i]);
+  return kCerrOk;
+}
+
+char* imc_display_namestring(const char* name, char* out, uint32_t size, uint32_t display_flags) {
+  using namespace ostrel::sim;
+  if (!name || !out) return nullptr;
+  if (auto handle = interface_handle_of(name)) {
+    if (find_fault("display_name", handle_key(*handle))) return nullptr;
+  }
+  // Built apart from `out` first: `name` may be the very same buffer.
+  std::string shown = (display_flags & 1) ? short_form(name) : std::string(name);
+  if (shown.size() + 1 > size) return nullptr;
+  std::memcpy(out, shown.c_str(), shown.size() + 1);
+  return out;
+}
+
+uint32_t interface_find(const char* name) {
+  if (!name) return 0;
+  return ostrel::sim::find_interface_handle(name).value_or(0);
+}
+
+const char* interface_name(uint32_t handle, uint32_t display_flags) {
+  using namespace ostrel::sim;
+  static std::array<std::string, 4> ring;
+  static size_t next = 0;
+  std::string& text = ring[next];
+  next = (next + 1) % ring.size();
+  if (std::optional<std::string> name = interface_name_of(handle)) {
+    text = (display_flags & 1) ? short_form(*name) : *name;
+  } else {
+    text = "Un:" + handle_key(handle);
+  }
+  return text.c_str();
+}

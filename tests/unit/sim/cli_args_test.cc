@@ -1,0 +1,107 @@
+// The keyword reader: keywords anywhere, C numbers, dotted addresses, and what absent, missing and bad mean.
+#include "platform/cli_args.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+class Keywords {
+ public:
+  explicit Keywords(std::vector<std::string> words) : words_(std::move(words)) {
+    for (std::string& word : words_) argv_.push_back(word.data());
+    EXPECT_EQ(mcast_cli_args_init(static_cast<int>(argv_.size()), argv_.data(), &ctx_), kCerrOk);
+  }
+  mcast_cli_args_t ctx() const { return ctx_; }
+
+ private:
+  std::vector<std::string> words_;
+  std::vector<char*> argv_;
+  mcast_cli_args_t ctx_{};
+};
+
+TEST(CliArgs, KeywordsAnywhereWithNumbersInCNotation) {
+  Keywords args({"/usr/bin/ostrel", "-detail", "-p", "0x18", "-cmd", "2", "-j", "010", "-n", "pim:1"});
+  uint32_t present = 0, value = 0;
+  ASSERT_EQ(mcast_cli_args_eval_32(args.ctx(), "-cmd", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(present, 1u);
+  EXPECT_EQ(value, 2u);
+  ASSERT_EQ(mcast_cli_args_eval_32(args.ctx(), "-p", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(value, 24u);
+  ASSERT_EQ(mcast_cli_args_eval_32(args.ctx(), "-j", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(value, 8u);
+  const char* name = nullptr;
+  ASSERT_EQ(mcast_cli_args_eval_str(args.ctx(), "-n", 0, nullptr, &name), kCerrOk);
+  EXPECT_STREQ(name, "pim:1");
+  uint32_t flag = 0;
+  ASSERT_EQ(mcast_cli_args_eval_none(args.ctx(), "-detail", 1, &flag), kCerrOk);
+  EXPECT_EQ(flag, 1u);
+}
+
+TEST(CliArgs, AddressComesBackInNetworkByteOrder) {
+  Keywords args({"ostrel", "-cmd", "9", "-address", "10.0.0.1"});
+  uint32_t present = 0, value = 0;
+  ASSERT_EQ(mcast_cli_args_eval_32(args.ctx(), "-address", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(value, htonl(0x0a000001));
+}
+
+TEST(CliArgs, AbsentOptionalKeywordIsSilentAndLeavesTheValue) {
+  Keywords args({"ostrel", "-r", "-v", "red"});
+  testing::internal::CaptureStderr();
+  uint32_t present = 7, value = 42, flag = 7;
+  EXPECT_EQ(mcast_cli_args_eval_32(args.ctx(), "-cmd", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(mcast_cli_args_eval_none(args.ctx(), "-standby", 1, &flag), kCerrOk);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(present, 0u);
+  EXPECT_EQ(value, 42u);
+  EXPECT_EQ(flag, 0u);
+}
+
+TEST(CliArgs, MissingRequiredKeywordOrValueFailsWithAMessage) {
+  Keywords args({"/bin/ostrel", "-cmd", "2", "-p"});
+  const char* name = nullptr;
+  testing::internal::CaptureStderr();
+  EXPECT_NE(mcast_cli_args_eval_str(args.ctx(), "-n", 0, nullptr, &name), kCerrOk);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "ostrel: missing required keyword -n\n");
+  uint32_t present = 0, value = 0;
+  testing::internal::CaptureStderr();
+  EXPECT_NE(mcast_cli_args_eval_32(args.ctx(), "-p", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "ostrel: missing value for keyword -p\n");
+  EXPECT_EQ(present, 0u);
+}
+
+TEST(CliArgs, ValuesThatDoNotReadAreRefused) {
+  const std::vector<std::pair<std::string, std::string>> bad = {{"-p", "12x"},
+                                                                {"-p", "-1"},
+                                                                {"-p", ""},
+                                                                {"-p", "0x100000000"},
+                                                                {"-p", "10.0.0.1"},
+                                                                {"-address", "10.0.0"},
+                                                                {"-address", "167772161"}};
+  for (const auto& [keyword, text] : bad) {
+    Keywords args({"ostrel", keyword, text});
+    uint32_t present = 0, value = 0;
+    testing::internal::CaptureStderr();
+    EXPECT_NE(mcast_cli_args_eval_32(args.ctx(), keyword.c_str(), 1, &present, &value), kCerrOk) << text;
+    std::string message = testing::internal::GetCapturedStderr();
+    EXPECT_NE(message.find("'" + text + "' of keyword " + keyword), std::string::npos) << message;
+    EXPECT_EQ(present, 0u);
+  }
+  Keywords largest({"ostrel", "-p", "0xffffffff"});
+  uint32_t present = 0, value = 0;
+  EXPECT_EQ(mcast_cli_args_eval_32(largest.ctx(), "-p", 1, &present, &value), kCerrOk);
+  EXPECT_EQ(value, 0xffffffffu);
+}
+
+TEST(CliArgs, FirstOccurrenceCountsAndTheProgramNameIsNoKeyword) {
+  Keywords args({"-n", "-n", "a", "-n", "b"});
+  const char* name = nullptr;
+  uint32_t present = 0;
+  ASSERT_EQ(mcast_cli_args_eval_str(args.ctx(), "-n", 1, &present, &name), kCerrOk);
+  EXPECT_STREQ(name, "a");
+}
+
+}  // namespace
