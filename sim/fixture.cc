@@ -345,6 +345,7 @@ struct Writer {
     std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owned(stmt, sqlite3_finalize);
     rows([&](auto bind) {
       sqlite3_reset(stmt);
+      sqlite3_clear_bindings(stmt);
       bind(stmt);
       if (sqlite3_step(stmt) != SQLITE_DONE) {
         throw std::runtime_error(std::string("writing the store: ") + sqlite3_errmsg(db));
@@ -373,8 +374,10 @@ void write_store(const fs::path& file, const Model& model) {
   if (sqlite3_open(file.c_str(), &writer.db) != SQLITE_OK) {
     throw std::runtime_error("cannot create " + file.string() + ": " + sqlite3_errmsg(writer.db));
   }
+  // A root is written once, by one process, and thrown away whole on failure: no journal, no syncs.
+  writer.exec("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF");
   writer.exec(kStoreSchema);
-  writer.exec("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; BEGIN");
+  writer.exec("BEGIN");
   writer.insert("INSERT INTO items (dir, name, datatype, data) VALUES (?1, ?2, ?3, ?4)", [&](auto row) {
     for (const auto& [key, item] : model.items) {
       row([&](sqlite3_stmt* stmt) {
