@@ -1,0 +1,144 @@
+// Building roots from fixtures: the error messages for bad fixtures, all-or-nothing replacement, how later
+// fixtures add to earlier ones, and what the root then declares (inventory, files, faults).
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "sim/cerr_codes.h"
+#include "sim/fixture.h"
+#include "sim/root.h"
+#include "test_root.h"
+
+namespace ostrel::sim {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct BadFixture {
+  const char* json;
+  const char* message;
+};
+
+constexpr BadFixture kBadFixtures[] = {
+    {R"({"itemz": []})", "bad.json: at /itemz: unknown member"},
+    {R"([1])", "bad.json: at /: expected an object"},
+    {R"({"items": {}})", "bad.json: at /items: expected an array"},
+    {R"({"items": [{"path": "a/b", "datatype": 7, "hex": ""}]})",
+     "bad.json: at /items/0/path: expected an absolute item path such as \"/a/b/item\""},
+    {R"({"items": [{"path": "/a/b/", "datatype": 7, "hex": ""}]})",
+     "bad.json: at /items/0/path: expected an absolute item path such as \"/a/b/item\""},
+    {R"({"items": [{"path": "/a", "datatype": 7, "hex": "abc"}]})",
+     "bad.json: at /items/0/hex: odd number of hex digits"},
+    {R"({"items": [{"path": "/a", "datatype": 7, "hex": "zz"}]})",
+     "bad.json: at /items/0/hex: not a hex digit: 'z'"},
+    {R"({"items": [{"path": "/a", "hex": "00"}]})",
+     "bad.json: at /items/0/datatype: missing (or give \"type\" and \"value\")"},
+    {R"({"items": [{"path": "/a", "datatype": -1, "hex": "00"}]})",
+     "bad.json: at /items/0/datatype: expected a non-negative number"},
+    {R"({"items": [{"path": "/a", "type": "no_such_pod", "value": {}}]})",
+     "bad.json: at /items/0/type: unknown record type \"no_such_pod\""},
+    {R"({"items": [{"path": "/a", "datatype": 7, "hex": "", "aliases": ["/b", "c"]}]})",
+     "bad.json: at /items/0/aliases/1: expected an absolute item path such as \"/a/b/item\""},
+    {R"({"dirs": ["/a//b/"]})",
+     "bad.json: at /dirs/0: expected an absolute directory path such as \"/a/b/\""},
+    {R"({"interfaces": [{"handle": "0x100", "name": "Gi0"}, {"handle": "0xzz", "name": "Gi1"}]})",
+     "bad.json: at /interfaces/1/handle: not a number: \"0xzz\""},
+    {R"({"nodes": [{"id": "0x100000000", "name": "0/0/CPU0"}]})",
+     "bad.json: at /nodes/0/id: number out of range"},
+    {R"({"library": "yes"})", "bad.json: at /library: expected true or false"},
+    {R"({"faults": [{"op": "explode"}]})", "bad.json: at /faults/0/op: unknown fault operation \"explode\""},
+    {R"({"faults": [{"op": "datalist"}]})", "bad.json: at /faults/0/path: missing"},
+    {R"({"faults": [{"op": "next", "path": "/a/", "batch": 1}]})",
+     "bad.json: at /faults/0/batch: unknown member"},
+    {R"({"faults": [{"op": "pool", "name": "p", "code": 0}]})",
+     "bad.json: at /faults/0/code: a fault's code cannot be 0"},
+};
+
+class FixtureTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "ostrel-fixture-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    scratch_ = pattern;
+  }
+  void TearDown() override {
+    root_reset_for_testing(scratch_ + "/gone");
+    fs::remove_all(scratch_);
+  }
+  std::string root() const { return scratch_ + "/root"; }
+  std::vector<std::string> scratch_entries() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(scratch_))
+      names.push_back(entry.path().filename().string());
+    return names;
+  }
+
+  std::string scratch_;
+};
+
+TEST_F(FixtureTest, BadFixtureNamesTheFileAndTheJsonPath) {
+  for (const BadFixture& bad : kBadFixtures) {
+    std::string error;
+    EXPECT_FALSE(build_root(root(), {{"good.json", "{}"}, {"bad.json", bad.json}}, &error)) << bad.json;
+    EXPECT_EQ(error, bad.message) << bad.json;
+  }
+  std::string error;
+  EXPECT_FALSE(build_root(root(), {{"broken.json", "{\"items\": [}"}}, &error));
+  EXPECT_EQ(error.rfind("broken.json: not valid JSON: ", 0), 0u) << error;
+  EXPECT_TRUE(scratch_entries().empty());
+}
+
+TEST_F(FixtureTest, FailedBuildLeavesThePreviousRootWhole) {
+  std::string error;
+  ASSERT_TRUE(build_root(
+      root(), {{"one.json", R"({"items": [{"path": "/a/x", "datatype": 8, "hex": "01"}]})"}}, &error))
+      << error;
+  EXPECT_FALSE(build_root(
+      root(), {{"two.json", R"({"items": [{"path": "/a/x", "datatype": 8, "hex": "1"}]})"}}, &error));
+  EXPECT_EQ(scratch_entries(), std::vector<std::string>{"root"});
+  root_reset_for_testing(root());
+  EXPECT_TRUE(fs::exists(root() + "/vellum.db"));
+  EXPECT_TRUE(fs::exists(root_path("/pkg/lib/libvellum.so")));
+}
+
+TEST_F(FixtureTest, LaterFixturesAddToAndReplaceEarlierOnes) {
+  const char* first = R"({
+    "interfaces": [{"handle": "0x100", "name": "GigabitEthernet0/0/0/1"}, {"handle": 264, "name": "Loopback0"}],
+    "nodes": [{"id": "0x800", "name": "0/0/CPU0"}],
+    "control_server": true})";
+  const char* second = R"({
+    "interfaces": [{"handle": "0x108", "name": "Loopback1"}],
+    "fapids": [{"id": 1, "name": "0/1/CPU0"}],
+    "library": false, "control_server": false,
+    "faults": [{"op": "interface_name", "handle": 256}, {"op": "pool_alloc", "name": "p", "index": 2,
+                "code": "0x40cc0002"}]})";
+  TestRoot built(std::vector<std::string>{first, second});
+  EXPECT_EQ(interface_name_of(0x100), "GigabitEthernet0/0/0/1");
+  EXPECT_EQ(interface_name_of(0x108), "Loopback1");
+  EXPECT_EQ(interface_handle_of("Loopback1"), 0x108u);
+  EXPECT_EQ(interface_handle_of("Loopback0"), std::nullopt);
+  EXPECT_EQ(node_name_of(0x800), "0/0/CPU0");
+  EXPECT_EQ(node_name_of(0x801), std::nullopt);
+  EXPECT_EQ(fapid_name_of(1), "0/1/CPU0");
+  EXPECT_FALSE(control_server_available());
+  EXPECT_FALSE(fs::exists(root_path("/pkg/lib/libvellum.so")));
+  ASSERT_TRUE(find_fault("interface_name", "0x100").has_value());
+  EXPECT_EQ(find_fault("interface_name", "0x100")->code, kInjectedFailure);
+  EXPECT_FALSE(find_fault("pool_alloc", "p", 1).has_value());
+  ASSERT_TRUE(find_fault("pool_alloc", "p", 2).has_value());
+  EXPECT_EQ(find_fault("pool_alloc", "p", 2)->code, 0x40cc0002u);
+}
+
+TEST_F(FixtureTest, RootWithoutAStoreAnswersNothing) {
+  root_reset_for_testing(scratch_ + "/missing");
+  EXPECT_EQ(root_db(), nullptr);
+  EXPECT_EQ(interface_name_of(0x100), std::nullopt);
+  EXPECT_FALSE(control_server_available());
+  EXPECT_FALSE(find_fault("bind", "/").has_value());
+}
+
+}  // namespace
+}  // namespace ostrel::sim
