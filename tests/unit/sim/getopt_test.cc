@@ -56,15 +56,6 @@ TEST(Getopt, StopsAtTheFirstNonOptionWithoutPermuting) {
   EXPECT_EQ(argv[3], third);
 }
 
-TEST(Getopt, LoneDashEndsAndDoubleDashIsSteppedOver) {
-  Scan dash({"ostrel", "-r", "-"});
-  EXPECT_EQ(dash.all(), (Seen{"r"}));
-  EXPECT_EQ(optind, 2);
-  Scan double_dash({"ostrel", "--", "-r"});
-  EXPECT_EQ(double_dash.all(), Seen{});
-  EXPECT_EQ(optind, 2);
-}
-
 TEST(Getopt, UnknownLetterAndMissingArgumentAreRefusedSilently) {
   testing::internal::CaptureStderr();
   Scan unknown({"ostrel", "-W"});
