@@ -40,7 +40,9 @@ struct Outcome {
   std::string failure;  // why the run itself failed
 };
 
-bool starts_with(const std::string& s, const char* prefix) { return s.rfind(prefix, 0) == 0; }
+bool starts_with(const std::string& s, const char* prefix) {
+  return s.rfind(prefix, 0) == 0;
+}
 
 std::string trim(const std::string& s) {
   size_t b = s.find_first_not_of(" \t");
@@ -152,7 +154,8 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
 }
 
 // Runs argv with `env` as its whole environment, feeding `input` and collecting both output streams.
-Outcome run(const std::vector<std::string>& argv, const std::vector<std::string>& env, const std::string& input) {
+Outcome run(const std::vector<std::string>& argv, const std::vector<std::string>& env,
+            const std::string& input) {
   Outcome o;
   int in_pipe[2], out_pipe[2], err_pipe[2];
   if (pipe(in_pipe) != 0 || pipe(out_pipe) != 0 || pipe(err_pipe) != 0) {
@@ -170,7 +173,11 @@ Outcome run(const std::vector<std::string>& argv, const std::vector<std::string>
     for (const auto& s : env) e.push_back(const_cast<char*>(s.c_str()));
     a.push_back(nullptr);
     e.push_back(nullptr);
-    execve(a[0], a.data(), e.data());
+    // A program is run by its path but sees only its name, as when the shell finds it on PATH.
+    std::string program = argv[0];
+    std::string name = program.substr(program.rfind('/') + 1);
+    a[0] = name.data();
+    execve(program.c_str(), a.data(), e.data());
     _exit(127);
   }
   close(in_pipe[0]);
@@ -240,16 +247,35 @@ void print_diff(const std::string& what, const std::string& want, const std::str
     for (size_t j = b.size(); j-- > 0;)
       lcs[i][j] = a[i] == b[j] ? lcs[i + 1][j + 1] + 1 : std::max(lcs[i + 1][j], lcs[i][j + 1]);
   std::printf("  %s differs (- expected, + actual):\n", what.c_str());
+  std::vector<std::pair<char, const std::string*>> script;
   size_t i = 0, j = 0;
   while (i < a.size() || j < b.size()) {
     if (i < a.size() && j < b.size() && a[i] == b[j]) {
-      std::printf("      %s\n", shown(a[i]).c_str());
+      script.emplace_back(' ', &a[i]);
       ++i, ++j;
-    } else if (j < b.size() && (i == a.size() || lcs[i][j + 1] >= lcs[i + 1][j])) {
-      std::printf("    + %s\n", shown(b[j++]).c_str());
+    } else if (i < a.size() && (j == b.size() || lcs[i + 1][j] >= lcs[i][j + 1])) {
+      script.emplace_back('-', &a[i++]);
     } else {
-      std::printf("    - %s\n", shown(a[i++]).c_str());
+      script.emplace_back('+', &b[j++]);
     }
+  }
+  // Unchanged lines are shown only near a change, so that a long view's diff stays readable.
+  constexpr size_t kContext = 3;
+  auto near_change = [&](size_t k) {
+    size_t from = k >= kContext ? k - kContext : 0, to = std::min(script.size(), k + kContext + 1);
+    for (size_t n = from; n < to; ++n)
+      if (script[n].first != ' ') return true;
+    return false;
+  };
+  bool skipped = false;
+  for (size_t k = 0; k < script.size(); ++k) {
+    if (script[k].first == ' ' && !near_change(k)) {
+      if (!skipped) std::printf("      ...\n");
+      skipped = true;
+      continue;
+    }
+    skipped = false;
+    std::printf("    %c %s\n", script[k].first, shown(*script[k].second).c_str());
   }
 }
 
@@ -277,8 +303,8 @@ int main(int argc, char** argv) {
       for (const auto& f : c.fixtures) build.push_back(fixture_dir + "/" + f);
       Outcome b = run(build, {"PATH=/usr/bin:/bin"}, "");
       if (b.status != 0) {
-        std::printf("FAIL %s (line %d): building the root failed:\n%s%s\n", c.name.c_str(), c.line, b.out.c_str(),
-                    b.err.c_str());
+        std::printf("FAIL %s (line %d): building the root failed:\n%s%s\n", c.name.c_str(), c.line,
+                    b.out.c_str(), b.err.c_str());
         ++failed;
         continue;
       }

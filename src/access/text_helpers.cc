@@ -1,0 +1,168 @@
+#include "access/text_helpers.h"
+
+#include <arpa/inet.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+
+#include "access/assert.h"
+#include "access/session.h"
+#include "platform/interface.h"
+#include "platform/text.h"
+
+namespace {
+
+constexpr char kPodLibSource[] = "ipv4/multicast/mrib/src/mrib_pod_lib";
+constexpr char kMcastAddrSource[] = "ipv4/multicast/lib/ipv4/ipv4_mcast_addr";
+constexpr char kAllocSource[] = "ipv4/multicast/lib/multicast_alloc";
+constexpr char kClientSource[] = "ipv4/multicast/mrib/src/ostrel_client";
+
+constexpr int kRingSlots = 5;
+
+char saved_ring[kRingSlots][257];
+std::atomic<uint32_t> saved_counter{0};
+
+char address_ring[kRingSlots][16];
+int32_t address_index = 0;
+
+char hex_ring[kRingSlots][16];
+int32_t hex_index = 0;
+
+char interface_name_buffer[80];
+char uptime_buffer[32];
+
+// The next slot of a 16-byte ring, emptied.
+char* next_slot(char (&ring)[kRingSlots][16], int32_t& index) {
+  if (index >= kRingSlots) index = 0;
+  char* slot = ring[index++];
+  std::memset(slot, 0, 16);
+  return slot;
+}
+
+bool known_family(const mrib_addrtype* addr) {
+  return addr->AFName == 0 || addr->AFName == 1;
+}
+
+char* copy_or_abort(const char* text, const char* function, int line) {
+  char* copy = strdup(text);
+  if (copy == nullptr) {
+    ux_syslog(3, "STRDUP-ERR : %s (%s:%d). Aborting process", function, kClientSource, line);
+    std::abort();
+  }
+  return copy;
+}
+
+}  // namespace
+
+extern "C" const char* strsave(const char* text) {
+  char* slot = saved_ring[saved_counter.fetch_add(1) % kRingSlots];
+  std::snprintf(slot, sizeof saved_ring[0], "%s", text);
+  return slot;
+}
+
+const uint8_t* mrib_pod_addr_bytes(const mrib_addrtype* addr) {
+  return known_family(addr) ? addr->IPV6Address : nullptr;
+}
+
+uint32_t mrib_pod_addr_length(const mrib_addrtype* addr) {
+  switch (addr->AFName) {
+    case 0:
+      return 4;
+    case 1:
+      return 16;
+    default:
+      return 0;
+  }
+}
+
+const char* mrib_pod_addr_print(const mrib_addrtype* addr) {
+  const uint8_t* bytes = mrib_pod_addr_bytes(addr);
+  OSTREL_ASSERT(bytes != nullptr, "addr_bytes != NULL", kPodLibSource);
+  char* slot = next_slot(address_ring, address_index);
+  return ux_inet_ntop(AF_INET, bytes, slot, 16);
+}
+
+uint32_t mrib_pod_addr_is_any(const mrib_addrtype* addr) {
+  const uint8_t* bytes = mrib_pod_addr_bytes(addr);
+  OSTREL_ASSERT(bytes != nullptr, "addr_bytes != NULL", kPodLibSource);
+  uint32_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word == 0;
+}
+
+const char* ip_maddr_hex_string(const void* addr) {
+  OSTREL_ASSERT(addr != nullptr, "addr", kMcastAddrSource);
+  uint32_t word;
+  std::memcpy(&word, addr, sizeof word);
+  char* slot = next_slot(hex_ring, hex_index);
+  std::snprintf(slot, 9, "%08x", ntohl(word));
+  return slot;
+}
+
+const char* ostrel_addr_text(const mrib_addrtype* addr) {
+  if (known_family(addr)) return mrib_pod_addr_print(addr);
+  char text[32];
+  std::snprintf(text, sizeof text, "<unknown AF %u>", addr->AFName);
+  return strsave(text);
+}
+
+const char* ostrel_ctid_text(const mrib_ctid_pod* ctid) {
+  char buffer[64] = "";
+  if (ctid->TYPE == 5 || ctid->TYPE == 6) {
+    ux_inet_ntop(AF_INET, &ctid->ID, buffer, sizeof buffer);
+  } else if (ctid->TYPE == 0) {
+    std::strcpy(buffer, "*");
+  }
+  return strsave(buffer);
+}
+
+const char* ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
+  if (handle == 0) return "Null";
+  if (mrib_imc_ctx == nullptr) {
+    std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "0x%x", handle);
+    return interface_name_buffer;
+  }
+  interface_name_buffer[0] = '\0';
+  imc_interface_name_result result{interface_name_buffer, sizeof interface_name_buffer, 0};
+  cerr_t rc = imc_interface_name(mrib_imc_ctx, 1, &handle, 0, &result);
+  if (rc != kCerrOk || result.status != kCerrOk ||
+      imc_display_namestring(interface_name_buffer, interface_name_buffer, sizeof interface_name_buffer,
+                             display_flags) == nullptr) {
+    std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "Un:0x%x", handle);
+  }
+  return interface_name_buffer;
+}
+
+const char* ostrel_fmt_uptime(uint32_t microseconds) {
+  const char* text = "never";
+  if (microseconds != 0) {
+    text = sprint_dhms(microseconds / 1000000);
+    if (text == nullptr) text = "??:??:??";
+  }
+  std::snprintf(uptime_buffer, sizeof uptime_buffer, "%s", text);
+  return uptime_buffer;
+}
+
+const char* ostrel_fmt_time(char (&buffer)[64], uint64_t seconds) {
+  if (seconds == UINT64_MAX) return "never";
+  time_t t = static_cast<time_t>(seconds);
+  char calendar[64];
+  const char* text = ctime_r(&t, calendar);
+  int n = std::snprintf(buffer, sizeof buffer, "%s", text != nullptr ? text : "");
+  if (n >= 1 && n <= 63) buffer[n - 1] = '\0';
+  return buffer;
+}
+
+void ostrel_parse_client_name_inst(const char* text, char** name, char** instance) {
+  OSTREL_ASSERT(text != nullptr, "str != NULL", kAllocSource);
+  char* copy = copy_or_abort(text, "ostrel_parse_client_name_inst", __LINE__);
+  *instance = nullptr;
+  if (char* colon = std::strchr(copy, ':'); colon != nullptr) {
+    *colon = '\0';
+    if (colon[1] != '\0') *instance = copy_or_abort(colon + 1, "ostrel_parse_client_name_inst", __LINE__);
+  }
+  *name = copy;
+}

@@ -1,0 +1,48 @@
+// Small texts that views print: saved strings, addresses, core-tree identifiers, interface names, uptimes,
+// calendar times, and the name:instance form of a client. Results live in process-wide rings or buffers:
+// callers never free them, and each ring says how many results stay valid at once.
+#pragma once
+
+#include <cstdint>
+
+#include "access/pod_records.h"
+
+// Copies `text` (at most 256 characters) into the next of five slots and returns the slot, valid until five
+// further calls. Exported by the executable for the platform's use.
+extern "C" const char* strsave(const char* text);
+
+// The dotted IPv4 text of the address's first four bytes, whatever its family (0 or 1; any other family is a
+// programming error), in the next of five 16-byte slots.
+const char* mrib_pod_addr_print(const mrib_addrtype* addr);
+// True when the first 32-bit word of the address bytes is 0. Family 0 or 1 only.
+uint32_t mrib_pod_addr_is_any(const mrib_addrtype* addr);
+// 4 for family 0, 16 for family 1, 0 otherwise.
+uint32_t mrib_pod_addr_length(const mrib_addrtype* addr);
+// The address bytes for family 0 or 1, none otherwise.
+const uint8_t* mrib_pod_addr_bytes(const mrib_addrtype* addr);
+
+// The four address bytes at `addr` (network order) as eight lower-case hexadecimal digits, most significant
+// first (10.0.0.1 gives "0a000001"), in the next of five 16-byte slots.
+const char* ip_maddr_hex_string(const void* addr);
+
+// Views print addresses of any family without stopping a listing: an address of a family this program does
+// not know reads "<unknown AF n>" rather than bytes that would mean nothing. For families 0 and 1 this is
+// mrib_pod_addr_print().
+const char* ostrel_addr_text(const mrib_addrtype* addr);
+
+// The core-tree identifier as a view prints it: the dotted ID for types 5 and 6, "*" for type 0, else "".
+// Returned through strsave().
+const char* ostrel_ctid_text(const mrib_ctid_pod* ctid);
+
+// The display name of an interface handle: "Null" for 0, "0x%x" when no interface-name server is bound,
+// "Un:0x%x" when the server cannot name it. One buffer: print or copy it before the next call.
+const char* ostrel_ifh_name(uint32_t handle, uint32_t display_flags);
+
+// "never" for 0, else the duration text of the whole seconds, or "??:??:??" when there is none.
+const char* ostrel_fmt_uptime(uint32_t microseconds);
+
+// "never" for the all-ones value, else the calendar text of `seconds` without its newline, in `buffer`.
+const char* ostrel_fmt_time(char (&buffer)[64], uint64_t seconds);
+
+// Splits "name:instance" into heap copies owned by the caller; `*instance` is none without an instance.
+void ostrel_parse_client_name_inst(const char* text, char** name, char** instance);
