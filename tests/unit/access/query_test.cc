@@ -1,0 +1,178 @@
+// The shared list and single-item cycles over a simulated store: batches and resume keys, per-item
+// failures that the walk survives, and the failures that end it, each with its message.
+#include "access/query.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "../sim/test_root.h"
+#include "access/pod_descriptors.h"
+#include "access/pod_records.h"
+#include "access/switches.h"
+
+namespace {
+
+constexpr char kDir[] = "/oper/ipv4-mrib/gl/act/table/default/";
+constexpr char kInjected[] = "'platform' detected the 'error' condition 'Injected failure'";
+
+// A fixture of `count` summary records named s0000, s0001, ... whose GRoutes count their position.
+std::string summaries(int count, const std::string& extra_items = "", const std::string& faults = "") {
+  std::string items;
+  for (int i = 0; i < count; ++i) {
+    char name[16];
+    std::snprintf(name, sizeof name, "s%04d", i);
+    items += std::string(i ? "," : "") + R"({"path": ")" + kDir + "sums/" + name +
+             R"(", "type": "mrib_db_summ_pod", "value": {"GRoutes": )" + std::to_string(i) + "}}";
+  }
+  if (!extra_items.empty()) items += (count ? "," : "") + extra_items;
+  return R"({"dirs": [")" + std::string(kDir) + R"(empty/"], "items": [)" + items + R"(], "faults": [)" +
+         faults + "]}";
+}
+
+struct Walk {
+  std::vector<uint32_t> seen;
+  int first_calls = 0;
+};
+
+class QueryTest : public ::testing::Test {
+ protected:
+  void bind() { ASSERT_EQ(vellum_bind(&handle_, kDir, 0), 0u); }
+  void TearDown() override {
+    if (handle_ != nullptr) (void)vellum_unbind(handle_);
+    ostrel_debug = 0;
+  }
+
+  ListOutcome list(const char* dir, Walk* walk, BatchRule rule = BatchRule::kMoreFlag) {
+    std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "%s", dir);
+    ListCycle cycle;
+    cycle.handle = handle_;
+    cycle.desc = &ostrel_mrib_db_summ_pod_desc;
+    cycle.record = &record_;
+    cycle.record_size = sizeof record_;
+    cycle.not_available = "No MRIB summaries";
+    cycle.rule = rule;
+    cycle.context = walk;
+    cycle.on_first_batch = [](void* c) { ++static_cast<Walk*>(c)->first_calls; };
+    cycle.print = [](void* r, void* c) {
+      static_cast<Walk*>(c)->seen.push_back(static_cast<mrib_db_summ_pod*>(r)->GRoutes);
+    };
+    return ostrel_list_cycle(cycle);
+  }
+
+  vellum_handle_t handle_ = nullptr;
+  mrib_db_summ_pod record_{};
+};
+
+TEST_F(QueryTest, EveryItemOnceAcrossBatchesResumingAfterTheLastPath) {
+  ostrel::sim::TestRoot root(summaries(600));
+  bind();
+  Walk walk;
+  testing::internal::CaptureStderr();
+  ListOutcome outcome = list("sums/", &walk);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  ASSERT_EQ(walk.seen.size(), 600u);
+  for (uint32_t i = 0; i < 600; ++i) EXPECT_EQ(walk.seen[i], i);
+  EXPECT_EQ(walk.first_calls, 1);
+  EXPECT_TRUE(outcome.listed_any);
+  EXPECT_STREQ(ostrel_resume_key, (std::string(kDir) + "sums/s0599").c_str());
+}
+
+TEST_F(QueryTest, AFullLastBatchEndsOnTheMoreFlagOrOnAnEmptyBatch) {
+  ostrel::sim::TestRoot root(summaries(512));
+  bind();
+  Walk by_flag, by_size;
+  list("sums/", &by_flag);
+  list("sums/", &by_size, BatchRule::kFullBatch);
+  EXPECT_EQ(by_flag.seen.size(), 512u);
+  EXPECT_EQ(by_size.seen.size(), 512u);
+}
+
+TEST_F(QueryTest, PerItemFailuresAreReportedAndTheWalkGoesOn) {
+  std::string odd = std::string(R"({"path": ")") + kDir + R"(sums/s0001a", "datatype": 8, "hex": "00ff"},)" +
+                    R"({"path": ")" + kDir + R"(sums/s0002a", "datatype": 7, "hex": "00ff"})";
+  ostrel::sim::TestRoot root(summaries(4, odd));
+  bind();
+  Walk walk;
+  testing::internal::CaptureStderr();
+  list("sums/", &walk);
+  std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(walk.seen, (std::vector<uint32_t>{0, 1, 2, 3}));
+  EXPECT_NE(err.find("Unexpected datatype: 8\n"), std::string::npos) << err;
+  EXPECT_EQ(err.rfind("Error decoding pod ", 0), std::string::npos) << err;
+  EXPECT_NE(err.find("\nError decoding pod "), std::string::npos) << err;
+}
+
+TEST_F(QueryTest, EmptyAndMissingDirectoriesPrintNothing) {
+  ostrel::sim::TestRoot root(summaries(1));
+  bind();
+  Walk walk;
+  testing::internal::CaptureStdout();
+  EXPECT_FALSE(list("empty/", &walk).listed_any);
+  EXPECT_TRUE(list("missing/", &walk).failed);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(walk.first_calls, 0);
+}
+
+TEST_F(QueryTest, AFailedListingPrintsTheViewsLineWithTheErrorUnderDebug) {
+  std::string fault = std::string(R"({"op": "datalist", "path": ")") + kDir + R"(sums/"})";
+  ostrel::sim::TestRoot root(summaries(3, "", fault));
+  bind();
+  Walk walk;
+  testing::internal::CaptureStdout();
+  list("sums/", &walk);
+  ostrel_debug = 1;
+  list("sums/", &walk);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            std::string("No MRIB summaries\nNo MRIB summaries: ") + kInjected + "\n");
+  EXPECT_TRUE(walk.seen.empty());
+}
+
+TEST_F(QueryTest, MoreFlagAndFreeFailuresAreReported) {
+  std::string faults = std::string(R"({"op": "more", "path": ")") + kDir + R"(sums/"},)" +
+                       R"({"op": "datalist_free", "path": ")" + kDir + R"(sums/"})";
+  ostrel::sim::TestRoot root(summaries(300, "", faults));
+  bind();
+  Walk walk;
+  testing::internal::CaptureStderr();
+  list("sums/", &walk);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string("Error in getting more flag ") + kInjected +
+                                                        "\nFreeing result data-list " + kInjected + "\n");
+  EXPECT_EQ(walk.seen.size(), 256u);
+}
+
+TEST_F(QueryTest, AnItemThatCannotBeReadEndsTheWalk) {
+  std::string fault = std::string(R"({"op": "next", "path": ")") + kDir + R"(sums/", "index": 2})";
+  ostrel::sim::TestRoot root(summaries(5, "", fault));
+  bind();
+  Walk walk;
+  testing::internal::CaptureStderr();
+  list("sums/", &walk);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            std::string("Reading result data-list ") + kInjected + "\n");
+  EXPECT_EQ(walk.seen, (std::vector<uint32_t>{0, 1}));
+}
+
+TEST_F(QueryTest, SingleItemCycleReadsDecodesAndReportsStatus) {
+  ostrel::sim::TestRoot root(summaries(3));
+  bind();
+  Walk walk;
+  ItemCycle cycle;
+  cycle.handle = handle_;
+  cycle.desc = &ostrel_mrib_db_summ_pod_desc;
+  cycle.record = &record_;
+  cycle.record_size = sizeof record_;
+  cycle.context = &walk;
+  cycle.print = [](void* r, void* c) {
+    static_cast<Walk*>(c)->seen.push_back(static_cast<mrib_db_summ_pod*>(r)->GRoutes);
+  };
+  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "sums/s0002");
+  EXPECT_EQ(ostrel_item_cycle(cycle), 0u);
+  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "sums/nothing");
+  EXPECT_EQ(ostrel_item_cycle(cycle), kOstrelNotFound);
+  EXPECT_EQ(walk.seen, (std::vector<uint32_t>{2}));
+}
+
+}  // namespace
