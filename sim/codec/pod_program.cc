@@ -1,0 +1,419 @@
+#include "sim/codec/pod_program.h"
+
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+
+namespace ostrel::sim::codec {
+namespace {
+
+using ostrel::pod::Field;
+using ostrel::pod::Schema;
+using ostrel::pod::TypeDef;
+
+bool is_integer(Kind kind) {
+  switch (kind) {
+    case Kind::kBool:
+    case Kind::kU8:
+    case Kind::kU16:
+    case Kind::kU32:
+    case Kind::kI32:
+    case Kind::kU64:
+    case Kind::kI64:
+    case Kind::kEnum:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Builds the programs of one parsed schema. Programs are addressed by index because compiling a type may
+// append others (its elements, its cases) while it is being built.
+class Compiler {
+ public:
+  Compiler(const Schema& schema, CompiledType& out)
+      : s_(schema),
+        out_(out),
+        type_program_(static_cast<size_t>(schema.type_count), -1),
+        union_program_(static_cast<size_t>(schema.union_count), -1) {}
+
+  bool run(std::string* err) {
+    out_.root = program_of_type(0);
+    if (!error_.empty()) {
+      *err = error_;
+      return false;
+    }
+    std::vector<int8_t> state(out_.programs.size(), 0);
+    for (size_t i = 0; i < out_.programs.size(); ++i) finish(static_cast<int32_t>(i), state);
+    return true;
+  }
+
+ private:
+  int32_t program_of_type(int type_index) {
+    if (type_index < 0) return fail("reference to an undefined type");
+    int32_t& known = type_program_[static_cast<size_t>(type_index)];
+    if (known >= 0) return known;
+    const TypeDef& t = s_.types[type_index];
+    int32_t index = new_program(t.size);
+    known = index;
+    if (t.is_union) {
+      Step step;
+      step.kind = Kind::kUnion;
+      step.sub = union_program(t.union_index);
+      out_.programs[static_cast<size_t>(index)].steps.push_back(std::move(step));
+      return index;
+    }
+    for (int i = t.first_field; i < t.first_field + t.field_count; ++i) {
+      Step step = step_of(s_.fields[i], s_.fields[i].offset);
+      out_.programs[static_cast<size_t>(index)].steps.push_back(std::move(step));
+    }
+    resolve_selectors(out_.programs[static_cast<size_t>(index)]);
+    return index;
+  }
+
+  // A union whose selector names an earlier field of the same structure takes its discriminator from it.
+  void resolve_selectors(Program& p) {
+    for (size_t i = 0; i < p.steps.size(); ++i) {
+      if (p.steps[i].sub < 0) continue;
+      const UnionProgram* u = out_.union_of(p.steps[i]);
+      if (u == nullptr || u->selector.empty()) continue;
+      for (size_t j = 0; j < i; ++j)
+        if (p.steps[j].name == u->selector && is_integer(p.steps[j].kind))
+          p.steps[i].selector = static_cast<int32_t>(j);
+    }
+  }
+
+  // The program of an array element, a pointer target or a union case.
+  int32_t program_of_element(const Field& f) {
+    if (f.kind == Kind::kStruct) return program_of_type(s_.type_index(f.ref));
+    uint64_t size = field_size(f);
+    int32_t index = new_program(size);
+    Step step = step_of(f, 0);
+    step.name.clear();
+    out_.programs[static_cast<size_t>(index)].steps.push_back(std::move(step));
+    return index;
+  }
+
+  Step step_of(const Field& f, uint64_t offset) {
+    Step step;
+    step.kind = f.kind;
+    step.hint = f.hint == 'S' ? 's' : f.hint;
+    step.offset = static_cast<uint32_t>(offset);
+    step.count = f.count;
+    step.name = std::string(f.name);
+    switch (f.kind) {
+      case Kind::kArray:
+      case Kind::kFixedArray:
+      case Kind::kPointer:
+        step.sub = program_of_element(s_.inner[f.elem]);
+        if (step.sub >= 0) step.elem_size = static_cast<uint32_t>(out_.program(step.sub).size);
+        break;
+      case Kind::kStruct:
+        step.sub = program_of_type(s_.type_index(f.ref));
+        break;
+      case Kind::kUnion:
+        step.sub = union_program(f.union_index);
+        break;
+      default:
+        break;
+    }
+    return step;
+  }
+
+  int32_t union_program(int union_index) {
+    int32_t& known = union_program_[static_cast<size_t>(union_index)];
+    if (known >= 0) return known;
+    const ostrel::pod::Union& u = s_.unions[union_index];
+    int32_t index = static_cast<int32_t>(out_.unions.size());
+    out_.unions.emplace_back();
+    known = index;
+    UnionProgram made;
+    made.value_offset = static_cast<uint32_t>(u.value_offset);
+    made.size = static_cast<uint32_t>(u.size);
+    made.selector = std::string(u.selector);
+    for (int i = u.first_case; i < u.first_case + u.case_count; ++i) {
+      const Field& f = s_.inner[s_.cases[i].field];
+      UnionCase c;
+      c.value = s_.cases[i].value;
+      c.name = f.name.empty() ? "value" : std::string(f.name);
+      if (f.kind != Kind::kEmpty) c.program = program_of_element(f);
+      made.cases.push_back(std::move(c));
+    }
+    out_.unions[static_cast<size_t>(index)] = std::move(made);
+    return index;
+  }
+
+  // The decoded size of a field; pointer targets are not laid out by the schema parser, so they are sized
+  // here from their kind.
+  uint64_t field_size(const Field& f) {
+    switch (f.kind) {
+      case Kind::kU8:
+        return 1;
+      case Kind::kU16:
+        return 2;
+      case Kind::kBool:
+      case Kind::kU32:
+      case Kind::kI32:
+      case Kind::kIpv4:
+      case Kind::kEnum:
+        return 4;
+      case Kind::kU64:
+      case Kind::kI64:
+      case Kind::kText:
+      case Kind::kPointer:
+        return 8;
+      case Kind::kBytes:
+        return f.count;
+      case Kind::kArray:
+        return 16;
+      case Kind::kStruct: {
+        const TypeDef* t = s_.find_type(f.ref);
+        return t == nullptr ? 0 : t->size;
+      }
+      default:
+        if (f.size == 0) fail("a pointer to an inline union or fixed array");
+        return f.size;
+    }
+  }
+
+  int32_t new_program(uint64_t size) {
+    Program p;
+    p.size = size;
+    out_.programs.push_back(std::move(p));
+    return static_cast<int32_t>(out_.programs.size() - 1);
+  }
+
+  int32_t fail(const char* what) {
+    if (error_.empty()) error_ = what;
+    return -1;
+  }
+
+  // Fills in the fewest wire bytes and whether anything is allocated. Embedded types never contain
+  // themselves (the layout rule refuses it) and pointers and arrays need no recursion here.
+  void finish(int32_t index, std::vector<int8_t>& state) {
+    if (state[static_cast<size_t>(index)] != 0) return;
+    state[static_cast<size_t>(index)] = 1;
+    uint64_t min_wire = 0;
+    bool indirect = false;
+    for (const Step& step : out_.program(index).steps) {
+      switch (step.kind) {
+        case Kind::kBool:
+        case Kind::kU8:
+          min_wire += 1;
+          break;
+        case Kind::kU16:
+          min_wire += 2;
+          break;
+        case Kind::kU64:
+        case Kind::kI64:
+          min_wire += 8;
+          break;
+        case Kind::kPointer:
+          min_wire += 1;
+          indirect = true;
+          break;
+        case Kind::kText:
+        case Kind::kArray:
+          min_wire += 4;
+          indirect = true;
+          break;
+        case Kind::kFixedArray:
+          min_wire += 4;
+          finish(step.sub, state);
+          indirect = indirect || out_.program(step.sub).has_indirections;
+          break;
+        case Kind::kStruct:
+          finish(step.sub, state);
+          min_wire += out_.program(step.sub).min_wire;
+          indirect = indirect || out_.program(step.sub).has_indirections;
+          break;
+        case Kind::kUnion: {
+          min_wire += 4;
+          UnionProgram& u = out_.unions[static_cast<size_t>(step.sub)];
+          for (const UnionCase& c : u.cases) {
+            if (c.program < 0) continue;
+            finish(c.program, state);
+            u.has_indirections = u.has_indirections || out_.program(c.program).has_indirections;
+          }
+          indirect = indirect || u.has_indirections;
+          break;
+        }
+        case Kind::kEmpty:
+          break;
+        default:
+          min_wire += 4;
+          break;
+      }
+    }
+    Program& p = out_.programs[static_cast<size_t>(index)];
+    p.min_wire = min_wire;
+    p.has_indirections = indirect;
+  }
+
+  const Schema& s_;
+  CompiledType& out_;
+  std::vector<int32_t> type_program_;
+  std::vector<int32_t> union_program_;
+  std::string error_;
+};
+
+// The offsets that the layout rule gives a type's field-offset table.
+std::vector<uint64_t> expected_offsets(const Schema& s, const TypeDef& t) {
+  std::vector<uint64_t> out;
+  if (t.offset_count == 0) return out;
+  if (t.is_union) return {0, s.unions[t.union_index].value_offset};
+  for (int i = t.first_field; i < t.first_field + t.field_count; ++i) {
+    out.push_back(s.fields[i].offset);
+    if (s.fields[i].kind == Kind::kArray) out.push_back(s.fields[i].offset + 8);
+  }
+  return out;
+}
+
+bool check_entry(const Schema& s, int index, const pod_layout& entry, std::string* err) {
+  const TypeDef& t = s.types[index];
+  uint64_t number = index == 0 ? static_cast<uint64_t>(s.type_count - 1) : t.number;
+  std::string which = index == 0 ? "the record type" : "type $" + std::to_string(t.number);
+  if (entry.number != number) {
+    *err = index == 0 ? "layout record has " + std::to_string(entry.number) +
+                            " sub-type entries, the schema " + std::to_string(number)
+                      : "layout entry " + std::to_string(index) + " is $" + std::to_string(entry.number) +
+                            ", the schema's $" + std::to_string(number);
+    return false;
+  }
+  if (entry.size != t.size) {
+    *err = "layout gives " + which + " size " + std::to_string(entry.size) + ", the schema " +
+           std::to_string(t.size);
+    return false;
+  }
+  std::vector<uint64_t> offsets = expected_offsets(s, t);
+  if (offsets.empty() != (entry.offsets == nullptr)) {
+    *err = "layout of " + which +
+           (offsets.empty() ? " has an offset table it should not have" : " lacks its offset table");
+    return false;
+  }
+  for (size_t i = 0; i < offsets.size(); ++i) {
+    if (entry.offsets[i] != offsets[i]) {
+      *err = "layout gives " + which + " offset " + std::to_string(entry.offsets[i]) + " in entry " +
+             std::to_string(i) + ", the schema " + std::to_string(offsets[i]);
+      return false;
+    }
+  }
+  return true;
+}
+
+std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
+  if (desc->name == nullptr || (desc->schema == nullptr && desc->schema_compact == nullptr)) {
+    *err = "descriptor without a name or a schema";
+    return nullptr;
+  }
+  std::string_view text = desc->schema != nullptr ? desc->schema : desc->schema_compact;
+  auto schema = std::make_unique<Schema>(ostrel::pod::parse_schema(text));
+  if (!schema->ok()) {
+    *err = std::string("schema of ") + desc->name + ": " + ostrel::pod::error_text(schema->error) +
+           " at position " + std::to_string(schema->error_pos);
+    return nullptr;
+  }
+  std::string compact(text.size() + 1, '\0');
+  compact.resize(ostrel::pod::write_compact(text, compact.data()));
+  if (desc->schema_compact != nullptr && compact != desc->schema_compact) {
+    *err = std::string("compact schema of ") + desc->name + " differs from its full schema";
+    return nullptr;
+  }
+  if (desc->layout == nullptr) {
+    *err = std::string("descriptor of ") + desc->name + " has no layout record";
+    return nullptr;
+  }
+  for (int i = 0; i < schema->type_count; ++i)
+    if (!check_entry(*schema, i, desc->layout[i], err)) return nullptr;
+
+  auto out = std::make_unique<CompiledType>();
+  out->desc = desc;
+  out->name = desc->name;
+  out->fingerprint = fingerprint_of(compact);
+  if (!Compiler(*schema, *out).run(err)) return nullptr;
+  return out;
+}
+
+// A descriptor is known by its address, but tests build descriptors on the stack, so an entry is trusted
+// only while the descriptor still points at what it was compiled from.
+struct CacheEntry {
+  pod_desc seen{};
+  std::unique_ptr<CompiledType> compiled;
+  std::string error;
+};
+
+bool same(const pod_desc& a, const pod_desc& b) {
+  return a.name == b.name && a.layout == b.layout && a.schema == b.schema &&
+         a.schema_compact == b.schema_compact;
+}
+
+}  // namespace
+
+const UnionProgram* CompiledType::union_of(const Step& step) const {
+  if (step.kind == Kind::kUnion) return &union_at(step.sub);
+  if (step.kind != Kind::kStruct) return nullptr;
+  const Program& p = program(step.sub);
+  if (p.steps.size() == 1 && p.steps[0].kind == Kind::kUnion) return &union_at(p.steps[0].sub);
+  return nullptr;
+}
+
+const CompiledType* compile(const pod_desc* desc, std::string* err) {
+  static std::mutex mutex;
+  static std::unordered_map<const pod_desc*, std::unique_ptr<CacheEntry>> cache;
+  // Replaced entries stay alive: a caller may still hold their programs.
+  static std::vector<std::unique_ptr<CacheEntry>> replaced;
+  std::lock_guard<std::mutex> lock(mutex);
+  std::unique_ptr<CacheEntry>& entry = cache[desc];
+  if (entry != nullptr && !same(entry->seen, *desc)) replaced.push_back(std::move(entry));
+  if (entry == nullptr) {
+    entry = std::make_unique<CacheEntry>();
+    entry->seen = *desc;
+    entry->compiled = build(desc, &entry->error);
+  }
+  if (entry->compiled == nullptr) *err = entry->error;
+  return entry->compiled.get();
+}
+
+uint64_t fingerprint_of(std::string_view compact) {
+  uint64_t h = 0xcbf29ce484222325ull;
+  for (char c : compact) {
+    h ^= static_cast<unsigned char>(c);
+    h *= 0x100000001b3ull;
+  }
+  return h;
+}
+
+std::string join_path(const std::vector<std::string>& innermost_first) {
+  std::string out;
+  for (auto it = innermost_first.rbegin(); it != innermost_first.rend(); ++it) {
+    if (!out.empty() && (*it)[0] != '[') out += '.';
+    out += *it;
+  }
+  return out;
+}
+
+uint32_t read_selector(const Step& step, const unsigned char* at) {
+  switch (step.kind) {
+    case Kind::kU8:
+      return at[0];
+    case Kind::kU16: {
+      uint16_t v;
+      std::memcpy(&v, at, 2);
+      return v;
+    }
+    case Kind::kU64:
+    case Kind::kI64: {
+      uint64_t v;
+      std::memcpy(&v, at, 8);
+      return static_cast<uint32_t>(v);
+    }
+    default: {
+      uint32_t v;
+      std::memcpy(&v, at, 4);
+      return v;
+    }
+  }
+}
+
+}  // namespace ostrel::sim::codec

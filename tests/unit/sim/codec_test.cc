@@ -1,0 +1,336 @@
+// The record codec against records written by hand from the wire format: the layout rule it relies on,
+// decoding, canonical re-encoding, every refusal, and what stays allocated afterwards.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+#include "access/pod_descriptors.h"
+#include "sim/cerr_codes.h"
+#include "sim/codec/pod_codec.h"
+#include "tests/unit/sim/codec_test_schema.h"
+#include "tests/unit/sim/test_root.h"
+
+namespace ostrel::sim {
+namespace {
+
+using codec_test::All;
+using codec_test::Bytes;
+using ostrel::pod::parse_schema;
+
+TEST(PodLayout, FollowsTheRuleOnTrickyCases) {
+  // A union of narrow cases keeps its value at 4; one wide case moves it to 8 and aligns the union to 8.
+  constexpr auto narrow = parse_schema("$1={K}e{U}?(<K,k_>,0:{A}D,1:{B}I,2:v);");
+  static_assert(narrow.ok() && narrow.fields[1].offset == 4 && narrow.unions[0].value_offset == 4);
+  static_assert(narrow.unions[0].size == 8 && narrow.record().size == 12);
+  constexpr auto wide = parse_schema("$1={K}e{U}?(<K,k_>,0:{A}D,1:{B}H);");
+  static_assert(wide.fields[1].offset == 8 && wide.unions[0].value_offset == 8 && wide.record().size == 24);
+  // nA($N) takes n times the sub-type's size and its alignment.
+  constexpr auto fixed = parse_schema("$1={C}C{F}2A($2){E}C;$2={X}D{Y}C;");
+  static_assert(fixed.types[1].size == 8 && fixed.fields[1].offset == 4 && fixed.fields[2].offset == 20);
+  static_assert(fixed.record().size == 24 && fixed.record().align == 4);
+  // 8-byte fields after 4-byte ones, arrays aligned 8, and the size rounded up to the largest alignment.
+  constexpr auto aligned = parse_schema("$1={A}D{B}H{C}C{L}a(I){T}I;");
+  static_assert(aligned.fields[1].offset == 8 && aligned.fields[2].offset == 16 &&
+                aligned.fields[3].offset == 24);
+  static_assert(aligned.fields[4].offset == 40 && aligned.record().size == 48);
+  // The union type of its own with a 16-byte case, embedded after a 4-byte field.
+  constexpr const auto& all = codec_test::AllTables::kSchema;
+  static_assert(all.fields[17].offset == 160 && all.types[2].number == 3 && all.types[2].size == 24);
+  static_assert(all.fields[19].offset == 192 && all.record().size == 216);
+}
+
+TEST(PodWire, EncodesTheHeaderAndLittleEndianFields) {
+  struct {
+    uint32_t seconds, nanoseconds;
+  } timespec{7, 0x01020304};
+  std::string bytes, err;
+  ASSERT_TRUE(pod_encode_struct(*ostrel_mrib_timespec_desc_get(), &timespec, &bytes, &err)) << err;
+  Bytes want;
+  want.header("mrib_timespec", "$66=DD;").u32(7).u32(0x01020304);
+  EXPECT_EQ(bytes, want.str());
+  EXPECT_EQ(pod_record_type(bytes.data(), bytes.size()), "mrib_timespec");
+}
+
+// Offsets in the hand-written record of the fields that the refusal cases alter.
+struct Marks {
+  size_t fingerprint, flag, name, short_text, raw, values, names, fixed, next, next_short, where, choice;
+};
+
+// A record with every field set; its Next points at a second record with zero values, absent texts and
+// empty arrays.
+std::string all_record(Marks* m) {
+  Bytes b;
+  b.header("codec_all", codec_test::AllTables::kCompact.data());
+  m->fingerprint = b.size() - 8;
+  m->flag = b.size();
+  b.u8(1).u8(0xfe).u16(0x1234).u32(0xdeadbeef).u32(static_cast<uint32_t>(-5)).u64(0x0102030405060708);
+  b.u64(static_cast<uint64_t>(-2)).raw("\x0a\x00\x00\x01", 4).u32(3);
+  m->name = b.size();
+  b.text("hello");
+  m->short_text = b.size();
+  b.u32(0xffffffff);
+  m->raw = b.size();
+  b.u32(2).raw("\xab\xcd", 2).text("eth");
+  m->values = b.size();
+  b.u32(2).u32(7).u32(8);
+  m->names = b.size();
+  b.u32(2).text("x").u32(0xffffffff);
+  m->fixed = b.size();
+  b.u32(1).u16(5).u64(6);
+  m->next = b.size();
+  b.u8(1);
+  b.u8(0).u8(0).u16(0).u32(0).u32(0).u64(0).u64(0).u32(0).u32(0).u32(0xffffffff);
+  m->next_short = b.size();
+  b.u32(0xffffffff).u32(0).u32(0).u32(0).u32(0).u32(0).u8(0);
+  b.u32(0).raw("\x0a\x00\x00\x02", 4).u32(2).u32(2);
+  m->where = b.size();
+  b.u32(1).u32(16).raw("\x20\x01\x0d\xb8\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x01", 16);
+  b.u32(1);
+  m->choice = b.size();
+  b.u32(1).u16(9).u64(10);
+  return b.str();
+}
+
+bool all_zero(const All& a) {
+  const auto* p = reinterpret_cast<const unsigned char*>(&a);
+  for (size_t i = 0; i < sizeof(a); ++i)
+    if (p[i] != 0) return false;
+  return true;
+}
+
+TEST(PodDecode, DecodesEveryFieldKindAndReencodesTheSameBytes) {
+  Marks m;
+  std::string record = all_record(&m);
+  All a{};
+  ASSERT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, codec_test::all_desc()),
+            kCerrOk)
+      << pod_last_error();
+  EXPECT_EQ(a.flag, 1u);
+  EXPECT_EQ(a.small, 0xfe);
+  EXPECT_EQ(a.mid, 0x1234);
+  EXPECT_EQ(a.count, 0xdeadbeefu);
+  EXPECT_EQ(a.delta, -5);
+  EXPECT_EQ(a.big, 0x0102030405060708u);
+  EXPECT_EQ(a.signed_value, -2);
+  EXPECT_EQ(std::memcmp(a.addr, "\x0a\x00\x00\x01", 4), 0);
+  EXPECT_EQ(a.kind, 3u);
+  EXPECT_STREQ(a.name, "hello");
+  EXPECT_EQ(a.short_text, nullptr);
+  EXPECT_EQ(std::memcmp(a.raw, "\xab\xcd\x00\x00", 4), 0);
+  EXPECT_EQ(std::memcmp(a.label, "eth\0\0\0", 6), 0);
+  ASSERT_EQ(a.values_count, 2u);
+  EXPECT_EQ(a.values[0], 7u);
+  EXPECT_EQ(a.values[1], 8u);
+  ASSERT_EQ(a.names_count, 2u);
+  EXPECT_STREQ(a.names[0], "x");
+  EXPECT_EQ(a.names[1], nullptr);
+  EXPECT_EQ(a.fixed[0].a, 5);
+  EXPECT_EQ(a.fixed[0].b, 6u);
+  EXPECT_EQ(a.fixed[2].b, 0u);
+  ASSERT_NE(a.next, nullptr);
+  EXPECT_EQ(a.next->name, nullptr);
+  EXPECT_EQ(a.next->values, nullptr);
+  EXPECT_EQ(a.next->next, nullptr);
+  EXPECT_EQ(a.next->where.family, 0u);
+  EXPECT_EQ(std::memcmp(a.next->where.bytes, "\x0a\x00\x00\x02", 4), 0);
+  EXPECT_EQ(a.next->choice.discriminator, 2u);
+  EXPECT_EQ(a.where.family, 1u);
+  EXPECT_EQ(a.where.bytes[0], 0x20);
+  EXPECT_EQ(a.where.bytes[15], 0x01);
+  EXPECT_EQ(a.choice.discriminator, 1u);
+  EXPECT_EQ(a.choice.value.pair.a, 9);
+  EXPECT_EQ(a.choice.value.pair.b, 10u);
+
+  std::string again, err;
+  ASSERT_TRUE(pod_encode_struct(*codec_test::all_desc(), &a, &again, &err)) << err;
+  EXPECT_EQ(again, record);
+
+  EXPECT_EQ(pod_free_indirections(&a, codec_test::all_desc()), kCerrOk);
+  EXPECT_EQ(a.name, nullptr);
+  EXPECT_EQ(a.values, nullptr);
+  EXPECT_EQ(a.values_count, 0u);
+  EXPECT_EQ(a.names, nullptr);
+  EXPECT_EQ(a.next, nullptr);
+}
+
+TEST(PodDecode, RefusesEveryTruncation) {
+  Marks m;
+  std::string record = all_record(&m);
+  for (size_t length = 0; length < record.size(); ++length) {
+    All a{};
+    cerr_t rc = pod_decode(record.data(), static_cast<uint32_t>(length), &a, codec_test::all_desc());
+    // A cut inside an array's elements leaves too few bytes for its count, which is refused first.
+    EXPECT_TRUE(rc == kPodTruncated || rc == kPodArrayCount)
+        << "length " << length << ": " << pod_last_error();
+    EXPECT_TRUE(all_zero(a)) << "length " << length;
+  }
+}
+
+struct Refusal {
+  const char* what;
+  std::function<void(std::string&, const Marks&)> alter;
+  cerr_t code;
+  const char* detail;
+};
+
+void put32(std::string& s, size_t at, uint32_t v) {
+  std::memcpy(&s[at], &v, 4);
+}
+
+TEST(PodDecode, RefusesBadFieldsNamingThemAndKeepsNothing) {
+  const Refusal refusals[] = {
+      {"magic", [](std::string& s, const Marks&) { s[0] = 'X'; }, kPodCorrupt, "header: not a pod record"},
+      {"fingerprint", [](std::string& s, const Marks& m) { s[m.fingerprint] ^= 1; }, kPodSchemaMismatch,
+       "header: the record's schema of codec_all differs from the descriptor's"},
+      {"boolean", [](std::string& s, const Marks& m) { s[m.flag] = 2; }, kPodCorrupt, "Flag: boolean byte 2"},
+      {"text with NUL", [](std::string& s, const Marks& m) { s[m.name + 5] = 0; }, kPodCorrupt,
+       "Name: text holds a NUL byte"},
+      {"text limit", [](std::string& s, const Marks& m) { put32(s, m.short_text, 9); }, kPodTextTooLong,
+       "Short: text longer than 8"},
+      {"byte count", [](std::string& s, const Marks& m) { put32(s, m.raw, 5); }, kPodCorrupt,
+       "Raw: 5 bytes for a field of 4"},
+      {"array count", [](std::string& s, const Marks& m) { put32(s, m.values, 0xffffffff); }, kPodArrayCount,
+       "Values: count 4294967295 exceeds what the record holds"},
+      {"element", [](std::string& s, const Marks& m) { s[m.names + 8] = 0; }, kPodCorrupt,
+       "Names[0]: text holds a NUL byte"},
+      {"fixed count", [](std::string& s, const Marks& m) { put32(s, m.fixed, 4); }, kPodCorrupt,
+       "Fixed: 4 elements for an array of 3"},
+      {"presence", [](std::string& s, const Marks& m) { s[m.next] = 2; }, kPodCorrupt,
+       "Next: presence byte 2"},
+      {"nested", [](std::string& s, const Marks& m) { put32(s, m.next_short, 12); }, kPodTextTooLong,
+       "Next.Short: text longer than 8"},
+      {"selector", [](std::string& s, const Marks& m) { put32(s, m.choice, 0); }, kPodCorrupt,
+       "Choice: discriminator 0 differs from Sel 1"},
+      {"leftover", [](std::string& s, const Marks&) { s += '\0'; }, kPodCorrupt, "1 bytes after the record"},
+  };
+  for (const Refusal& r : refusals) {
+    Marks m;
+    std::string record = all_record(&m);
+    r.alter(record, m);
+    All a{};
+    EXPECT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, codec_test::all_desc()),
+              r.code)
+        << r.what;
+    EXPECT_EQ(pod_last_error(), r.detail) << r.what;
+    EXPECT_TRUE(all_zero(a)) << r.what;
+  }
+}
+
+TEST(PodDecode, RefusesARecordOfAnotherType) {
+  static const pod_desc other{1,
+                              "codec_other",
+                              {7, 1},
+                              "test",
+                              codec_test::AllTables::kLayout.data(),
+                              codec_test::kAllSchema,
+                              codec_test::AllTables::kCompact.data()};
+  Marks m;
+  std::string record = all_record(&m);
+  All a{};
+  EXPECT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, &other), kPodWrongType);
+  EXPECT_EQ(pod_last_error(), "header: a record of type codec_all, not codec_other");
+}
+
+TEST(PodDecode, FailsEachAllocationInTurnWithoutLeaking) {
+  Marks m;
+  std::string record = all_record(&m);
+  int failures = 0;
+  for (int64_t index = 0;; ++index) {
+    All a{};
+    pod_fail_allocation(index);
+    cerr_t rc = pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, codec_test::all_desc());
+    pod_fail_allocation(-1);
+    if (rc == kCerrOk) {
+      EXPECT_EQ(pod_free_indirections(&a, codec_test::all_desc()), kCerrOk);
+      break;
+    }
+    EXPECT_EQ(rc, kPodNoMemory) << index;
+    EXPECT_TRUE(all_zero(a)) << index;
+    ++failures;
+  }
+  // Name, Values, Names and its one text, Next: one allocation each.
+  EXPECT_EQ(failures, 5);
+}
+
+TEST(PodDecode, KeepsAnUnknownDiscriminatorWithItsCaseZeroed) {
+  Marks m;
+  std::string record = all_record(&m);
+  put32(record, m.where, 7);
+  record.erase(m.where + 4, 4 + 16);  // no case, so no value
+  All a{};
+  ASSERT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, codec_test::all_desc()),
+            kCerrOk)
+      << pod_last_error();
+  EXPECT_EQ(a.where.family, 7u);
+  EXPECT_EQ(std::memcmp(a.where.bytes, std::string(16, '\0').data(), 16), 0);
+  std::string again, err;
+  ASSERT_TRUE(pod_encode_struct(*codec_test::all_desc(), &a, &again, &err)) << err;
+  EXPECT_EQ(again, record);
+  EXPECT_EQ(pod_free_indirections(&a, codec_test::all_desc()), kCerrOk);
+}
+
+TEST(PodDecode, LeavesNoGarbageOfAnEarlierStructure) {
+  Marks m;
+  std::string record = all_record(&m);
+  All clean{};
+  All dirty;
+  std::memset(&dirty, 0xab, sizeof(dirty));
+  ASSERT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &clean, codec_test::all_desc()),
+            kCerrOk);
+  ASSERT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &dirty, codec_test::all_desc()),
+            kCerrOk);
+  // Releasing clears every pointer, so what remains must match byte for byte, padding included.
+  EXPECT_EQ(pod_free_indirections(&clean, codec_test::all_desc()), kCerrOk);
+  EXPECT_EQ(pod_free_indirections(&dirty, codec_test::all_desc()), kCerrOk);
+  EXPECT_EQ(std::memcmp(&clean, &dirty, sizeof(All)), 0);
+}
+
+TEST(PodDecode, RefusesDescriptorsThatDisagreeWithTheirSchema) {
+  using Other = ostrel::pod::Tables<codec_test::kAllSchema>;
+  static constexpr char kShifted[] = "$1={A}D{B}H;";
+  using Shifted = ostrel::pod::Tables<kShifted>;
+  static const pod_desc wrong_layout{1,
+                                     "codec_all",
+                                     {7, 1},
+                                     "test",
+                                     Shifted::kLayout.data(),
+                                     codec_test::kAllSchema,
+                                     Other::kCompact.data()};
+  static const pod_desc wrong_compact{
+      1, "codec_all", {7, 1}, "test", Other::kLayout.data(), codec_test::kAllSchema, "$1=D;"};
+  static const pod_desc unparsable{1,          "codec_bad", {7, 1}, "test", Other::kLayout.data(),
+                                   "$1={A}Q;", "$1=Q;"};
+  All a{};
+  for (const pod_desc* d : {&wrong_layout, &wrong_compact, &unparsable}) {
+    EXPECT_EQ(pod_decode("", 0, &a, d), kPodBadDescriptor) << d->schema_compact;
+    EXPECT_EQ(pod_free_indirections(&a, d), kPodBadDescriptor);
+  }
+  EXPECT_EQ(pod_decode("", 0, &a, &unparsable), kPodBadDescriptor);
+  EXPECT_EQ(pod_last_error(), "schema of codec_bad: unknown type letter at position 6");
+}
+
+TEST(PodDecode, CompilesEveryDescriptorOfTheProgram) {
+  for (auto group : {ostrel_mrib_pods(), ostrel_mfwd_pods()}) {
+    for (const pod_desc* desc : group) {
+      std::vector<uint64_t> structure(desc->layout[0].size / 8 + 1);
+      EXPECT_EQ(pod_decode("", 0, structure.data(), desc), kPodTruncated)
+          << desc->name << ": " << pod_last_error();
+    }
+  }
+}
+
+TEST(PodFree, AnInjectedFaultStillReleasesEverything) {
+  TestRoot root(R"({"faults": [{"op": "free_indirections", "type": "codec_all", "code": 1234}]})");
+  Marks m;
+  std::string record = all_record(&m);
+  All a{};
+  ASSERT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, codec_test::all_desc()),
+            kCerrOk);
+  EXPECT_EQ(pod_free_indirections(&a, codec_test::all_desc()), 1234u);
+  EXPECT_EQ(a.name, nullptr);
+  EXPECT_EQ(a.next, nullptr);
+}
+
+}  // namespace
+}  // namespace ostrel::sim
