@@ -55,13 +55,13 @@ int _getopt(int argc, char* const argv[], const char* optstring) {
   const char* word = argv[optind];
   char letter = word[scan.position];
   bool report_missing = optstring[0] == ':';
-  const char* spec = letter == ':' ? nullptr : std::strchr(optstring + (report_missing ? 1 : 0), letter);
-  if (!spec) {
+  const char* declared = letter == ':' ? nullptr : std::strchr(optstring + (report_missing ? 1 : 0), letter);
+  if (!declared) {
     optopt = static_cast<unsigned char>(letter);
     ostrel::sim::step_letter(word);
     return finish('?');
   }
-  if (spec[1] != ':') {
+  if (declared[1] != ':') {
     ostrel::sim::step_letter(word);
     return finish(letter);
   }

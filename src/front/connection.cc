@@ -92,15 +92,15 @@ bool bind_table(ShowArgs& args) {
 }
 
 bool create_pools() {
-  for (const PoolSpec& spec : kPools)
-    *spec.pool = chunk_create(spec.name, spec.element_size, kPoolElements, kPoolFlags, 0, 0);
+  for (const PoolSpec& wanted : kPools)
+    *wanted.pool = chunk_create(wanted.name, wanted.element_size, kPoolElements, kPoolFlags, 0, 0);
   bool all = true;
-  for (const PoolSpec& spec : kPools) all = all && *spec.pool != nullptr;
+  for (const PoolSpec& wanted : kPools) all = all && *wanted.pool != nullptr;
   if (all) return true;
   std::fputs("ostrel chunk allocation failed", stderr);
-  for (const PoolSpec& spec : kPools) {
-    if (*spec.pool != nullptr) (void)chunk_destroy(*spec.pool);
-    *spec.pool = nullptr;
+  for (const PoolSpec& wanted : kPools) {
+    if (*wanted.pool != nullptr) (void)chunk_destroy(*wanted.pool);
+    *wanted.pool = nullptr;
   }
   return false;
 }
