@@ -64,6 +64,24 @@ Step refuse(OptionContext&) {
   return Step::kRefuse;
 }
 
+template <bool ShowArgs::*kFlag>
+Step set_flag(OptionContext& c) {
+  c.args.*kFlag = true;
+  return Step::kGoOn;
+}
+
+template <unsigned long ShowArgs::*kField>
+Step set_number(OptionContext& c) {
+  c.args.*kField = number(c.arg);
+  return Step::kGoOn;
+}
+
+template <auto kField>
+Step set_text(OptionContext& c) {
+  copy_text(c.args.*kField, c.arg);
+  return Step::kGoOn;
+}
+
 Step set_debug(OptionContext&) {
   ostrel_debug = 1;
   return Step::kGoOn;
@@ -75,30 +93,6 @@ Step set_private(OptionContext&) {
 Step set_detail(OptionContext& c) {
   c.args.platform_detail = true;
   ostrel_platform_detail = 1;
-  return Step::kGoOn;
-}
-Step set_show_filter(OptionContext& c) {
-  c.args.show_filter = true;
-  return Step::kGoOn;
-}
-Step set_gw_key_mode(OptionContext& c) {
-  c.args.gw_key_mode = true;
-  return Step::kGoOn;
-}
-Step set_amt_q(OptionContext& c) {
-  c.args.amt_flag_q = true;
-  return Step::kGoOn;
-}
-Step set_amt_h(OptionContext& c) {
-  c.args.amt_flag_h = true;
-  return Step::kGoOn;
-}
-Step set_tlc_r(OptionContext& c) {
-  c.args.tlc_flag_r = true;
-  return Step::kGoOn;
-}
-Step set_route_o(OptionContext& c) {
-  c.args.route_flag_o = true;
   return Step::kGoOn;
 }
 
@@ -143,42 +137,6 @@ Step set_vrf(OptionContext& c) {
   return Step::kGoOn;
 }
 
-Step set_ifname(OptionContext& c) {
-  copy_text(c.args.ifname, c.arg);
-  return Step::kGoOn;
-}
-Step set_mdt_address(OptionContext& c) {
-  copy_text(c.args.mdt_address, c.arg);
-  return Step::kGoOn;
-}
-Step set_collapse_key(OptionContext& c) {
-  copy_text(c.args.collapse_key1, c.arg);
-  return Step::kGoOn;
-}
-Step set_handle_filter(OptionContext& c) {
-  c.args.handle_filter = number(c.arg);
-  return Step::kGoOn;
-}
-Step set_bucket(OptionContext& c) {
-  c.args.bucket_id = number(c.arg);
-  return Step::kGoOn;
-}
-Step set_if_handle(OptionContext& c) {
-  c.args.if_handle = number(c.arg);
-  return Step::kGoOn;
-}
-Step set_encap_id(OptionContext& c) {
-  c.args.encap_id = number(c.arg);
-  return Step::kGoOn;
-}
-Step set_gw_id(OptionContext& c) {
-  c.args.gw_id = number(c.arg);
-  return Step::kGoOn;
-}
-Step set_encap_test_id(OptionContext& c) {
-  c.args.encap_test_id = number(c.arg);
-  return Step::kGoOn;
-}
 Step set_te_handle(OptionContext& c) {
   c.args.te_handle = number(c.arg);
   c.args.te_handle_set = true;
@@ -213,50 +171,50 @@ constexpr OptionRow kOptions[] = {
     {'c', ostrel_cmd_consistency, ignore},
     {'d', kKeepCmd, set_debug},
     {'e', kKeepCmd, ignore},
-    {'f', ostrel_cmd_route, set_show_filter},
+    {'f', ostrel_cmd_route, set_flag<&ShowArgs::show_filter>},
     {'g', kKeepCmd, set_group},
-    {'h', kKeepCmd, set_handle_filter},
+    {'h', kKeepCmd, set_number<&ShowArgs::handle_filter>},
     {'i', kKeepCmd, ignore},
     {'j', kKeepCmd, ignore},
-    {'k', ostrel_cmd_bvi_ifname, set_ifname},
-    {'l', kKeepCmd, set_bucket},
-    {'m', kKeepCmd, set_mdt_address},
-    {'n', kKeepCmd, set_if_handle},
+    {'k', ostrel_cmd_bvi_ifname, set_text<&ShowArgs::ifname>},
+    {'l', kKeepCmd, set_number<&ShowArgs::bucket_id>},
+    {'m', kKeepCmd, set_text<&ShowArgs::mdt_address>},
+    {'n', kKeepCmd, set_number<&ShowArgs::if_handle>},
     {'o', ostrel_cmd_bvi_route, ignore},
     {'p', kKeepCmd, set_prefix_length},
-    {'q', ostrel_cmd_encap_id, set_encap_id},
+    {'q', ostrel_cmd_encap_id, set_number<&ShowArgs::encap_id>},
     {'r', ostrel_cmd_route, ignore},
     {'s', kKeepCmd, set_source},
     {'t', ostrel_cmd_tlc, ignore},
     {'u', ostrel_cmd_amt_route, ignore},
     {'v', kKeepCmd, set_vrf},
-    {'w', ostrel_cmd_gw_id, set_gw_id},
+    {'w', ostrel_cmd_gw_id, set_number<&ShowArgs::gw_id>},
     {'x', ostrel_cmd_mdt_ifh, ignore},
-    {'y', kKeepCmd, set_collapse_key},
-    {'z', kKeepCmd, set_ifname},
+    {'y', kKeepCmd, set_text<&ShowArgs::collapse_key1>},
+    {'z', kKeepCmd, set_text<&ShowArgs::ifname>},
     {'B', ostrel_cmd_lsm_db, set_mpls},
     {'C', ostrel_cmd_route_collapse, ignore},
     {'D', kKeepCmd, set_detail},
     {'E', kKeepCmd, ignore},
     {'F', ostrel_cmd_te_db, ignore},
     {'G', ostrel_cmd_te_backup, ignore},
-    {'H', kKeepCmd, set_amt_h},
+    {'H', kKeepCmd, set_flag<&ShowArgs::amt_flag_h>},
     {'I', kKeepCmd, ignore},
     {'J', kKeepCmd, refuse},
     {'K', ostrel_cmd_reg_db, ignore},
     {'L', kKeepCmd, ignore},
     {'N', ostrel_cmd_route_nsf, ignore},
-    {'O', kKeepCmd, set_route_o},
+    {'O', kKeepCmd, set_flag<&ShowArgs::route_flag_o>},
     {'P', kKeepCmd, set_private},
-    {'Q', kKeepCmd, set_amt_q},
-    {'R', kKeepCmd, set_tlc_r},
+    {'Q', kKeepCmd, set_flag<&ShowArgs::amt_flag_q>},
+    {'R', kKeepCmd, set_flag<&ShowArgs::tlc_flag_r>},
     {'S', ostrel_cmd_route_summary_all, ignore},
     {'T', kKeepCmd, set_te_handle},
     {'U', ostrel_cmd_routedb_ole, ignore},
-    {'V', ostrel_cmd_amt_gateway, set_gw_key_mode},
+    {'V', ostrel_cmd_amt_gateway, set_flag<&ShowArgs::gw_key_mode>},
     {'X', ostrel_cmd_mib, ignore},
     {'Y', ostrel_cmd_bvi_route_summary, ignore},
-    {'Z', ostrel_cmd_encap_id_test, set_encap_test_id},
+    {'Z', ostrel_cmd_encap_id_test, set_number<&ShowArgs::encap_test_id>},
 };
 
 // Every letter of the option string has a row, and no row lacks its letter.
