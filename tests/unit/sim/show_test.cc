@@ -1,0 +1,166 @@
+// The table and item printers: when the header is printed, what reaches the record callback, the messages
+// for items that cannot be shown, and the return values.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "access/pod_descriptors.h"
+#include "access/pod_records.h"
+#include "platform/show.h"
+#include "platform/text.h"
+#include "sim/cerr_codes.h"
+#include "test_root.h"
+
+namespace ostrel::sim {
+namespace {
+
+using nlohmann::json;
+
+json summary(const std::string& path, uint32_t groups) {
+  return {{"path", path}, {"type", "mrib_db_summ_pod"}, {"value", {{"GroupRanges", groups}, {"GRoutes", 1}}}};
+}
+
+std::string show_fixture() {
+  json items = json::array();
+  for (uint32_t i = 0; i < 300; ++i) {
+    char name[32];
+    std::snprintf(name, sizeof name, "/big/s%04u", i);
+    items.push_back(summary(name, i));
+  }
+  items.push_back(summary("/mixed/a", 1));
+  items.push_back({{"path", "/mixed/b"}, {"datatype", 8}, {"hex", "00"}});
+  items.push_back({{"path", "/mixed/c"}, {"datatype", 7}, {"hex", "00"}});
+  items.push_back(summary("/mixed/d", 4));
+  items.push_back({{"path", "/bad/only"}, {"datatype", 9}, {"hex", "00"}});
+  items.push_back(summary("/one/summary", 42));
+  items.push_back({{"path", "/one/raw"}, {"datatype", 8}, {"hex", "00"}});
+  json fixture;
+  fixture["dirs"] = {"/empty/"};
+  fixture["items"] = items;
+  fixture["faults"] = {{{"op", "next"}, {"path", "/faulty/"}, {"index", 1}, {"code", 0x40cc0003}},
+                       {{"op", "more"}, {"path", "/short/"}, {"code", 0x40cc0004}}};
+  for (const char* path : {"/short/a", "/short/b", "/short/c"}) fixture["items"].push_back(summary(path, 7));
+  fixture["items"].push_back(summary("/faulty/a", 1));
+  fixture["items"].push_back(summary("/faulty/b", 2));
+  fixture["items"].push_back(summary("/faulty/c", 3));
+  return fixture.dump();
+}
+
+// What the callbacks saw, in order: "header" or the record's GroupRanges.
+std::vector<std::string> seen;
+int context_value = 0;
+
+void on_header() {
+  seen.push_back("header");
+}
+void on_record(void* structure, void* context) {
+  seen.push_back(std::to_string(static_cast<mrib_db_summ_pod*>(structure)->GroupRanges));
+  if (context) ++*static_cast<int*>(context);
+}
+
+class ShowTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { root_ = new TestRoot(show_fixture()); }
+  static void TearDownTestSuite() { delete root_; }
+  void SetUp() override {
+    seen.clear();
+    context_value = 0;
+    ASSERT_EQ(vellum_bind(&handle_, "/", 0), kCerrOk);
+  }
+  void TearDown() override { EXPECT_EQ(vellum_unbind(handle_), kCerrOk); }
+
+  cerr_t table(const char* dir, std::string* err) {
+    ::testing::internal::CaptureStderr();
+    cerr_t status = mcast_show_table(handle_, dir, 256, on_header, on_record, &record_,
+                                     &ostrel_mrib_db_summ_pod_desc, 0, &context_value);
+    *err = ::testing::internal::GetCapturedStderr();
+    return status;
+  }
+
+  static TestRoot* root_;
+  vellum_handle_t handle_ = nullptr;
+  mrib_db_summ_pod record_{};
+};
+TestRoot* ShowTest::root_ = nullptr;
+
+TEST_F(ShowTest, TablePrintsTheHeaderOnceBeforeTheFirstRecordAcrossBatches) {
+  std::string err;
+  EXPECT_EQ(table("big/", &err), kCerrOk);
+  ASSERT_EQ(seen.size(), 301u);
+  EXPECT_EQ(seen[0], "header");
+  for (uint32_t i = 0; i < 300; ++i) EXPECT_EQ(seen[i + 1], std::to_string(i));
+  EXPECT_EQ(context_value, 300);
+  EXPECT_EQ(err, "");
+}
+
+TEST_F(ShowTest, AFailedMoreFlagEndsTheTableAfterItsBatch) {
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(mcast_show_table(handle_, "short/", 2, nullptr, on_record, &record_,
+                             &ostrel_mrib_db_summ_pod_desc, 0, nullptr),
+            kCerrOk);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            std::string("Error in getting more flag ") + cerr_strerror(0x40cc0004) + "\n");
+  EXPECT_EQ(seen, (std::vector<std::string>{"7", "7"}));
+}
+
+TEST_F(ShowTest, ItemsThatCannotBeShownAreReportedAndSkipped) {
+  std::string err;
+  EXPECT_EQ(table("mixed", &err), kCerrOk);
+  EXPECT_EQ(seen, (std::vector<std::string>{"header", "1", "4"}));
+  EXPECT_EQ(err.rfind("Unexpected datatype: 8\nError decoding pod ", 0), 0u) << err;
+}
+
+TEST_F(ShowTest, NoHeaderWithoutARecord) {
+  std::string err;
+  EXPECT_EQ(table("empty/", &err), kCerrOk);
+  EXPECT_EQ(table("bad/", &err), kCerrOk);
+  EXPECT_EQ(err, "Unexpected datatype: 9\n");
+  EXPECT_TRUE(seen.empty());
+  EXPECT_EQ(table("missing/", &err), kStoreNotFound);
+  EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(ShowTest, AnItemThatCannotBeReadEndsTheTable) {
+  std::string err;
+  EXPECT_EQ(table("faulty/", &err), 0x40cc0003u);
+  EXPECT_EQ(seen, (std::vector<std::string>{"header", "1"}));
+  EXPECT_EQ(err, std::string("Reading result data-list ") + cerr_strerror(0x40cc0003) + "\n");
+}
+
+TEST_F(ShowTest, ItemIsShownWithoutContext) {
+  int* no_context = &context_value;
+  EXPECT_EQ(mcast_show_item(handle_, "one/summary", on_header, on_record, &record_,
+                            &ostrel_mrib_db_summ_pod_desc, 0),
+            kCerrOk);
+  EXPECT_EQ(seen, (std::vector<std::string>{"header", "42"}));
+  EXPECT_EQ(*no_context, 0);
+  EXPECT_EQ(mcast_show_item(handle_, "one/missing", on_header, on_record, &record_,
+                            &ostrel_mrib_db_summ_pod_desc, 0),
+            kStoreNotFound);
+  ::testing::internal::CaptureStderr();
+  EXPECT_NE(
+      mcast_show_item(handle_, "one/raw", nullptr, on_record, &record_, &ostrel_mrib_db_summ_pod_desc, 0),
+      kCerrOk);
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Unexpected datatype: 8\n");
+  EXPECT_EQ(seen.size(), 2u);
+}
+
+TEST_F(ShowTest, ReadingOnlyNeedsNoCallbacksAndUnboundHandlesFail) {
+  EXPECT_EQ(mcast_show_item(handle_, "one/raw", nullptr, nullptr, nullptr, nullptr, 0), kCerrOk);
+  EXPECT_EQ(mcast_show_item(handle_, "one/missing", nullptr, nullptr, nullptr, nullptr, 0), kStoreNotFound);
+  EXPECT_EQ(mcast_show_table(handle_, "mixed/", 256, nullptr, nullptr, nullptr, nullptr, 0, nullptr),
+            kCerrOk);
+  EXPECT_EQ(mcast_show_item(nullptr, "one/summary", on_header, on_record, &record_,
+                            &ostrel_mrib_db_summ_pod_desc, 0),
+            kStoreNotBound);
+  EXPECT_EQ(mcast_show_table(nullptr, "big/", 256, on_header, on_record, &record_,
+                             &ostrel_mrib_db_summ_pod_desc, 0, nullptr),
+            kStoreNotBound);
+  EXPECT_TRUE(seen.empty());
+}
+
+}  // namespace
+}  // namespace ostrel::sim
