@@ -79,16 +79,16 @@ bool bind_table(ShowArgs& args) {
     std::fputs(kPathError, stderr);
     return false;
   }
+  bool bound = false;
   if (cerr_t rc = checked_bind(&ostrel_root_handle, ostrel_oper_root()); rc != kCerrOk) {
     std::fprintf(stderr, "Error connecting to vellum oper path %s\n", cerr_strerror(rc));
-    return false;
-  }
-  if (cerr_t rc = checked_bind(&ostrel_view_handle, table); rc != kCerrOk) {
+  } else if (rc = checked_bind(&ostrel_view_handle, table); rc != kCerrOk) {
     std::fprintf(stderr, "Error connecting to vellum %s\n", cerr_strerror(rc));
-    return false;
+  } else {
+    bound = true;
   }
   std::free(table);
-  return true;
+  return bound;
 }
 
 bool create_pools() {

@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
     }
   }
 
-  ShowArgs args;
+  // Static: its heap texts live until exit, reachable the whole run.
+  static ShowArgs args;
   switch (ostrel_parse_options(argc, argv, &args)) {
     case ParseOutcome::kOk:
       break;
