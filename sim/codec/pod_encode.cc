@@ -26,23 +26,17 @@ class Encoder {
     for (const Step& s : p.steps) {
       bool ok = s.selector < 0 || check_selector(s, p.steps[static_cast<size_t>(s.selector)], base);
       if (!ok || !step(s, base + s.offset, depth)) {
-        if (!s.name.empty()) path_.push_back(s.name);
+        if (!s.name.empty()) error_.path.push_back(s.name);
         return false;
       }
     }
     return true;
   }
 
-  std::string error() const {
-    std::string path = join_path(path_);
-    return path.empty() ? what_ : path + ": " + what_;
-  }
+  std::string error() const { return error_.text(); }
 
  private:
-  bool fail(std::string what) {
-    what_ = std::move(what);
-    return false;
-  }
+  bool fail(std::string what) { return error_.fail(std::move(what)); }
 
   bool check_selector(const Step& s, const Step& selector, const unsigned char* base) {
     uint32_t discriminator;
@@ -111,7 +105,7 @@ class Encoder {
         const UnionProgram& u = t_.union_at(s.sub);
         const UnionCase* c = u.find(discriminator);
         if (c == nullptr || c->program < 0 || run(c->program, at + u.value_offset, depth + 1)) return true;
-        path_.push_back(c->name);
+        error_.path.push_back(c->name);
         return false;
       }
       case Kind::kEmpty:
@@ -144,7 +138,7 @@ class Encoder {
   bool elements(const Step& s, const unsigned char* first, uint32_t count, int depth) {
     for (uint32_t i = 0; i < count; ++i) {
       if (!run(s.sub, first + size_t{i} * s.elem_size, depth + 1)) {
-        path_.push_back("[" + std::to_string(i) + "]");
+        error_.path.push_back("[" + std::to_string(i) + "]");
         return false;
       }
     }
@@ -153,8 +147,7 @@ class Encoder {
 
   const CompiledType& t_;
   Writer w_;
-  std::vector<std::string> path_;  // innermost first
-  std::string what_;
+  FieldError error_;
 };
 
 }  // namespace

@@ -132,7 +132,7 @@ class FromJson {
       bool known = false;
       for (size_t i = 0; i < p.steps.size() && !known; ++i) known = field_key(p.steps[i], i) == item.key();
       if (!known) {
-        path_.push_back(item.key());
+        error_.path.push_back(item.key());
         return fail("unknown field");
       }
     }
@@ -145,23 +145,17 @@ class FromJson {
       // discriminator from it.
       if (found == v.end() && s.selector < 0) continue;
       if (!step(s, field, base + s.offset, depth, base, p)) {
-        path_.push_back(field_key(s, i));
+        error_.path.push_back(field_key(s, i));
         return false;
       }
     }
     return true;
   }
 
-  std::string error() const {
-    std::string path = join_path(path_);
-    return path.empty() ? what_ : path + ": " + what_;
-  }
+  std::string error() const { return error_.text(); }
 
  private:
-  bool fail(std::string what) {
-    what_ = std::move(what);
-    return false;
-  }
+  bool fail(std::string what) { return error_.fail(std::move(what)); }
 
   bool step(const Step& s, const json& v, unsigned char* at, int depth, const unsigned char* base,
             const Program& p) {
@@ -287,7 +281,7 @@ class FromJson {
   bool elements(const Step& s, const json& v, unsigned char* first, int depth) {
     for (size_t i = 0; i < v.size(); ++i) {
       if (!run(s.sub, v[i], first + i * s.elem_size, depth + 1)) {
-        path_.push_back("[" + std::to_string(i) + "]");
+        error_.path.push_back("[" + std::to_string(i) + "]");
         return false;
       }
     }
@@ -313,7 +307,7 @@ class FromJson {
           std::optional<Integer> n = integer_of(item.value());
           Range r = range_of(Kind::kEnum);
           if (!n || (n->negative ? n->magnitude > 0 - static_cast<uint64_t>(r.min) : n->magnitude > r.max)) {
-            path_.push_back(selector);
+            error_.path.push_back(selector);
             return fail("expected a 32-bit integer");
           }
           given = static_cast<uint32_t>(n->negative ? 0 - n->magnitude : n->magnitude);
@@ -323,7 +317,7 @@ class FromJson {
         for (const UnionCase& candidate : u.cases)
           if (candidate.name == item.key()) c = &candidate;
         if (c == nullptr || chosen != nullptr) {
-          path_.push_back(item.key());
+          error_.path.push_back(item.key());
           return fail(c == nullptr ? "unknown field" : "a second case");
         }
         chosen = c;
@@ -331,7 +325,7 @@ class FromJson {
       }
       if (outer) given = outer;
       if (chosen != nullptr && given && static_cast<uint32_t>(chosen->value) != *given) {
-        path_.push_back(chosen->name);
+        error_.path.push_back(chosen->name);
         return fail("this case is " + std::to_string(chosen->value) + " but " + selector + " is " +
                     std::to_string(*given));
       }
@@ -340,13 +334,12 @@ class FromJson {
     std::memcpy(at, &discriminator, 4);
     if (chosen == nullptr || chosen->program < 0) return true;
     if (run(chosen->program, *value, at + u.value_offset, depth + 1)) return true;
-    path_.push_back(chosen->name);
+    error_.path.push_back(chosen->name);
     return false;
   }
 
   const CompiledType& t_;
-  std::vector<std::string> path_;  // innermost first
-  std::string what_;
+  FieldError error_;
 };
 
 class ToJson {

@@ -93,6 +93,22 @@ uint64_t fingerprint_of(std::string_view compact);
 // case names ("Name") and element indexes ("[3]"), giving "Interfaces[3].Name".
 std::string join_path(const std::vector<std::string>& innermost_first);
 
+// The first bad field of an encoding or a conversion: what was wrong, and where, collected innermost first
+// while the failure unwinds.
+struct FieldError {
+  std::vector<std::string> path;
+  std::string what;
+
+  bool fail(std::string reason) {
+    what = std::move(reason);
+    return false;
+  }
+  std::string text() const {
+    std::string joined = join_path(path);
+    return joined.empty() ? what : joined + ": " + what;
+  }
+};
+
 // Reads the integer of a numeric step at `at` (a selector field), widened to 32 bits.
 uint32_t read_selector(const Step& step, const unsigned char* at);
 
