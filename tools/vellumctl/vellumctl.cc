@@ -13,6 +13,7 @@
 #include "sim/fixture.h"
 #include "sim/fixture_encode.h"
 #include "sim/root.h"
+#include "tools/vellumctl/generate.h"
 
 namespace {
 
@@ -120,6 +121,17 @@ int get(int, char** argv) {
   return 0;
 }
 
+int gen(int argc, char** argv) {
+  ostrel::tools::GenerateSettings settings;
+  std::string error;
+  if (!ostrel::tools::parse_generate_options(argc - 1, argv + 1, &settings, &error) ||
+      !ostrel::tools::generate_root(argv[0], settings, &error)) {
+    std::fprintf(stderr, "vellumctl: %s\n", error.c_str());
+    return 1;
+  }
+  return 0;
+}
+
 struct Command {
   const char* name;
   const char* arguments;
@@ -134,6 +146,10 @@ constexpr Command kCommands[] = {
      "create or replace ROOT from the fixtures, later ones adding to earlier", 2, -1, build},
     {"ls", "ROOT DIR", "list the names below DIR (subdirectories end in \"/\")", 2, 2, ls},
     {"get", "ROOT PATH", "print the item at PATH (or an alias) as JSON, its record decoded", 2, 2, get},
+    {"gen",
+     "ROOT [--routes N] [--interfaces K] [--amt-every M] [--star-every M] [--seed S] [--vrf NAME] "
+     "[--filtered]",
+     "create or replace ROOT with a synthetic router of N routes in every route collection", 1, -1, gen},
 };
 
 int usage() {

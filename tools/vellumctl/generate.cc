@@ -1,0 +1,362 @@
+// The synthetic router: a small fixture for what a router always has (inventory, directories, the
+// configuration tree, the summary), then the routes written straight into the store in one transaction,
+// each encoded from a structure that is reused for every route.
+#include "tools/vellumctl/generate.h"
+
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "access/pod_descriptors.h"
+#include "access/pod_records.h"
+#include "platform/vellum.h"
+#include "sim/codec/pod_codec.h"
+#include "sim/fixture.h"
+
+namespace ostrel::tools {
+namespace {
+
+constexpr uint32_t kInterfaceCount = 64;
+constexpr uint32_t kNode = 0x800;
+
+uint32_t interface_handle(uint32_t index) {
+  return 0x100 + index * 8;
+}
+
+// splitmix64: small, fast and the same everywhere, so a seed always gives the same router.
+struct Random {
+  uint64_t state;
+  uint64_t next() {
+    uint64_t z = (state += 0x9e3779b97f4a7c15ull);
+    z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9ull;
+    z = (z ^ (z >> 27)) * 0x94d049bb133111ebull;
+    return z ^ (z >> 31);
+  }
+};
+
+uint32_t network_order(uint32_t host) {
+  return __builtin_bswap32(host);
+}
+
+void set_address(mrib_addrtype* address, uint32_t host_order) {
+  std::memset(address, 0, sizeof *address);
+  address->IPV4Address = network_order(host_order);
+}
+
+struct RouteKey {
+  uint32_t source;  // host order; 0 for (*,G)
+  uint32_t group;
+};
+
+RouteKey route_key(uint64_t index, const GenerateSettings& s, Random& random) {
+  uint32_t group = 0xe8000000u + static_cast<uint32_t>(index) + 1;
+  bool star = s.star_every != 0 && index % s.star_every == 0;
+  uint32_t source = star ? 0 : 0x0a000000u | (static_cast<uint32_t>(random.next()) & 0x00ffffffu) | 1u;
+  return {source, group};
+}
+
+// The buffers of one route, reused from route to route.
+struct RouteBuffers {
+  mrib_route_pod route{};
+  mrib_route_ole_pod ole{};
+  std::vector<mrib_intrf_pod> interfaces;
+  std::vector<mrib_out_intrf_stat_pod> stats;
+  mrib_outgoing_rate_pod outgoing{};
+};
+
+void fill_interface(mrib_intrf_pod* intf, uint32_t handle, bool accept, uint64_t uptime) {
+  std::memset(intf, 0, sizeof *intf);
+  intf->Interface = handle;
+  intf->UnderlyingInterface = accept ? 0 : handle;
+  intf->UnderlyingInterfaceNode = kNode;
+  intf->InterfaceAttributes.IsAccept = accept;
+  intf->InterfaceAttributes.IsForward = !accept;
+  intf->Uptime = uptime;
+}
+
+void fill_amt_interface(mrib_intrf_pod* intf, uint64_t index, uint64_t uptime) {
+  fill_interface(intf, 0, false, uptime);
+  intf->Type = 1;
+  intf->AMTPort = 2268;
+  intf->AMTGateway = network_order(0xc0a80000u | static_cast<uint32_t>(index & 0xffff));
+  intf->AMTSource = network_order(0xc0a8ff01u);
+  intf->AMTNexthop = network_order(0xc0a8ff02u);
+  intf->AMT_MTU = 1500;
+  intf->AMT_TTL = 64;
+  intf->AMTId = static_cast<uint32_t>(index & 0xffff);
+}
+
+// Fills the route record of `index`, without rates.
+void fill_route(RouteBuffers* b, uint64_t index, RouteKey key, const GenerateSettings& s, uint64_t uptime) {
+  mrib_route_pod& r = b->route;
+  std::memset(&r, 0, sizeof r);
+  set_address(&r.Source, key.source);
+  set_address(&r.GroupRange.GroupPrefix, key.group);
+  r.GroupRange.GroupPrefixLength = 32;
+  set_address(&r.RPFNeighbor, 0x0a0a0a01u);
+  r.EntryAttributes.IsRPFNeighborPresent = 1;
+  r.EntryAttributes.IsDirectlyConnectedCheckSet = key.source != 0;
+  r.EntryAttributes.IsSignalByDefaultOn = key.source == 0;
+  r.MasterLCFapid = r.MasterLCFallbackFapid = r.MT_LC_Fapid = 0xffffffffu;
+  r.Uptime = uptime;
+
+  bool amt = s.amt_every != 0 && index % s.amt_every == s.amt_every - 1;
+  uint32_t count = s.interfaces + (amt ? 1 : 0);
+  b->interfaces.resize(count);
+  for (uint32_t k = 0; k < s.interfaces; ++k) {
+    uint32_t handle = interface_handle(static_cast<uint32_t>((index + k) % kInterfaceCount));
+    fill_interface(&b->interfaces[k], handle, k == 0, uptime);
+  }
+  if (amt) fill_amt_interface(&b->interfaces[s.interfaces], index, uptime);
+  r.Interfaces = {count, count ? b->interfaces.data() : nullptr};
+  r.AcceptInterfaceCount = s.interfaces ? 1 : 0;
+  r.ForwardInterfaceCount = count - r.AcceptInterfaceCount;
+}
+
+// Adds the rate records of the rate-annotated collection to the route that fill_route() made.
+void add_rates(RouteBuffers* b, const GenerateSettings& s, Random& random) {
+  mrib_route_pod& r = b->route;
+  r.IncomingRates = {kNode, random.next() % 10000, random.next() % 10000000, random.next() % 1000000, 0};
+  b->stats.resize(s.interfaces > 0 ? s.interfaces - 1 : 0);
+  for (size_t k = 0; k < b->stats.size(); ++k) {
+    mrib_out_intrf_stat_pod& stat = b->stats[k];
+    std::memset(&stat, 0, sizeof stat);
+    stat.InterfaceHandle = b->interfaces[k + 1].Interface;
+    stat.PacketsOutRate = random.next() % 10000;
+    stat.BitsSOutRate = stat.PacketsOutRate * 8000;
+    stat.HardwareEgressPacketsOut = random.next() % 1000000;
+    stat.HardwareEgressBytesOut = stat.HardwareEgressPacketsOut * 1000;
+    stat.IsHardwareEgressOutputCounterValidOnInterface = 1;
+    stat.IsHardwareEgressDropCounterValidOnInterface = 1;
+  }
+  b->outgoing = {kNode,
+                 random.next() % 10000,
+                 random.next() % 10000000,
+                 random.next() % 1000000,
+                 0,
+                 {b->stats.size(), b->stats.empty() ? nullptr : b->stats.data()}};
+  r.OutgoingRates = {1, &b->outgoing};
+}
+
+void fill_ole(RouteBuffers* b) {
+  mrib_route_ole_pod& ole = b->ole;
+  std::memset(&ole, 0, sizeof ole);
+  ole.Source = b->route.Source;
+  ole.GroupRange = b->route.GroupRange;
+  ole.Uptime = b->route.Uptime;
+  ole.OLECount = static_cast<uint32_t>(b->route.ForwardInterfaceCount);
+  ole.EntryAttributes = b->route.EntryAttributes;
+}
+
+std::string table_dir(const GenerateSettings& s) {
+  return "/oper/ipv4-mrib/gl/act/table/" + s.vrf + "/";
+}
+
+constexpr char kMibDir[] = "routedb-mib/e0000000,00000000,4/";
+
+// What a router has whatever its routes: inventory, the collections' directories, the configuration tree.
+std::string base_fixture(const GenerateSettings& s) {
+  nlohmann::json fixture;
+  for (uint32_t j = 0; j < kInterfaceCount; ++j) {
+    char handle[16];
+    std::snprintf(handle, sizeof handle, "0x%x", interface_handle(j));
+    fixture["interfaces"].push_back(
+        {{"handle", handle}, {"name", "GigabitEthernet0/0/0/" + std::to_string(j)}});
+  }
+  fixture["nodes"] = {{{"id", "0x800"}, {"name", "0/0/CPU0"}}};
+  fixture["fapids"] = {{{"id", "0x800"}, {"name", "0/0/CPU0"}}};
+  std::string table = table_dir(s);
+  fixture["dirs"] = {table + "routedb/", table + "routeratedb/", table + "routedb-ole/", table + kMibDir,
+                     "/cfg/gl/mcast/ord_v/" + s.vrf + "/ipv4/"};
+  return fixture.dump();
+}
+
+struct Statement {
+  sqlite3_stmt* stmt = nullptr;
+  ~Statement() { sqlite3_finalize(stmt); }
+};
+
+class StoreWriter {
+ public:
+  bool open(const std::string& file, std::string* error) {
+    if (sqlite3_open_v2(file.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) return fail(error);
+    const char* setup = "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; BEGIN";
+    if (sqlite3_exec(db_, setup, nullptr, nullptr, nullptr) != SQLITE_OK) return fail(error);
+    return prepare("INSERT INTO items (dir, name, datatype, data) VALUES (?1, ?2, ?3, ?4)", &item_, error) &&
+           prepare("INSERT OR IGNORE INTO dirs (parent, name) VALUES (?1, ?2)", &dir_, error);
+  }
+  ~StoreWriter() { sqlite3_close(db_); }
+
+  bool item(std::string_view dir, std::string_view name, const std::string& data, std::string* error) {
+    sqlite3_reset(item_.stmt);
+    sqlite3_bind_text(item_.stmt, 1, dir.data(), static_cast<int>(dir.size()), SQLITE_STATIC);
+    sqlite3_bind_text(item_.stmt, 2, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
+    sqlite3_bind_int(item_.stmt, 3, static_cast<int>(kVellumDataTypePod));
+    sqlite3_bind_blob(item_.stmt, 4, data.data(), static_cast<int>(data.size()), SQLITE_STATIC);
+    return sqlite3_step(item_.stmt) == SQLITE_DONE || fail(error);
+  }
+
+  // A directory below `parent` that the base fixture could not know in advance.
+  bool dir(std::string_view parent, std::string_view name, std::string* error) {
+    sqlite3_reset(dir_.stmt);
+    sqlite3_bind_text(dir_.stmt, 1, parent.data(), static_cast<int>(parent.size()), SQLITE_STATIC);
+    sqlite3_bind_text(dir_.stmt, 2, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
+    return sqlite3_step(dir_.stmt) == SQLITE_DONE || fail(error);
+  }
+
+  bool commit(std::string* error) {
+    return sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK || fail(error);
+  }
+
+ private:
+  bool prepare(const char* sql, Statement* statement, std::string* error) {
+    return sqlite3_prepare_v2(db_, sql, -1, &statement->stmt, nullptr) == SQLITE_OK || fail(error);
+  }
+  bool fail(std::string* error) {
+    *error = std::string("writing the store: ") + (db_ ? sqlite3_errmsg(db_) : "cannot open");
+    return false;
+  }
+
+  sqlite3* db_ = nullptr;
+  Statement item_, dir_;
+};
+
+bool encode(const pod_desc& desc, const void* record, std::string* bytes, std::string* error) {
+  bytes->clear();
+  return ostrel::sim::pod_encode_struct(desc, record, bytes, error);
+}
+
+struct Totals {
+  uint32_t g_routes = 0, sg_routes = 0, forwarding = 0, interfaces = 0;
+};
+
+bool write_routes(StoreWriter& w, const GenerateSettings& s, Totals* totals, std::string* error) {
+  std::string table = table_dir(s);
+  std::string routedb = table + "routedb/", ratedb = table + "routeratedb/", oledb = table + "routedb-ole/";
+  std::string mibdb = table + kMibDir, by_group = table + "routedb-g/", by_source = table + "routedb-s/";
+  RouteBuffers b;
+  std::string bytes;
+  char key[32], mib_key[32], group_dir[32], source_dir[16];
+  Random random{s.seed};
+  for (uint64_t i = 0; i < s.routes; ++i) {
+    RouteKey k = route_key(i, s, random);
+    std::snprintf(key, sizeof key, "%08x,%08x,32", k.source, k.group);
+    std::snprintf(mib_key, sizeof mib_key, "%08x,%08x,32", k.group, k.source);
+    uint64_t uptime = random.next() % 2000000;
+    fill_route(&b, i, k, s, uptime);
+    (k.source == 0 ? totals->g_routes : totals->sg_routes) += 1;
+    totals->forwarding += b.route.ForwardInterfaceCount;
+    totals->interfaces += static_cast<uint32_t>(b.route.Interfaces.count);
+    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) || !w.item(routedb, key, bytes, error) ||
+        !w.item(mibdb, mib_key, bytes, error))
+      return false;
+    if (s.filtered) {
+      std::snprintf(group_dir, sizeof group_dir, "%u.%u.%u.%u,32/", k.group >> 24, (k.group >> 16) & 255,
+                    (k.group >> 8) & 255, k.group & 255);
+      std::string group_path = by_group + group_dir;
+      if (!w.dir(by_group, group_dir, error) || !w.item(group_path, key, bytes, error)) return false;
+      if (k.source != 0) {
+        std::snprintf(source_dir, sizeof source_dir, "%u.%u.%u.%u/", k.source >> 24, (k.source >> 16) & 255,
+                      (k.source >> 8) & 255, k.source & 255);
+        std::string source_path = by_source + source_dir;
+        if (!w.dir(by_source, source_dir, error) || !w.item(source_path, key, bytes, error)) return false;
+      }
+    }
+    fill_ole(&b);
+    if (!encode(ostrel_mrib_route_ole_pod_desc, &b.ole, &bytes, error) || !w.item(oledb, key, bytes, error))
+      return false;
+    add_rates(&b, s, random);
+    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) || !w.item(ratedb, key, bytes, error))
+      return false;
+  }
+  if (s.filtered) {
+    std::string_view parent(table);
+    if (!w.dir(parent, "routedb-g/", error) || !w.dir(parent, "routedb-s/", error)) return false;
+  }
+  return true;
+}
+
+bool write_summary(StoreWriter& w, const GenerateSettings& s, const Totals& t, std::string* error) {
+  mrib_db_summ_pod summary{1, t.g_routes, t.sg_routes, t.forwarding, t.interfaces};
+  std::string bytes;
+  return encode(ostrel_mrib_db_summ_pod_desc, &summary, &bytes, error) &&
+         w.item(table_dir(s), "routedb-summary", bytes, error);
+}
+
+bool number_option(const char* text, uint64_t max, uint64_t* out) {
+  char* end = nullptr;
+  unsigned long long value = std::strtoull(text, &end, 0);
+  if (*text == '\0' || *end != '\0' || value > max) return false;
+  *out = value;
+  return true;
+}
+
+}  // namespace
+
+bool generate_root(const std::string& root, const GenerateSettings& s, std::string* error) {
+  if (!ostrel::sim::build_root(root, {{"generated base", base_fixture(s)}}, error)) return false;
+  Totals totals;
+  bool written = false;
+  {
+    StoreWriter w;
+    written = w.open(root + "/vellum.db", error) && write_routes(w, s, &totals, error) &&
+              write_summary(w, s, totals, error) && w.commit(error);
+  }
+  if (!written) {
+    std::error_code ignored;
+    std::filesystem::remove_all(root, ignored);
+  }
+  return written;
+}
+
+bool parse_generate_options(int argc, char** argv, GenerateSettings* s, std::string* error) {
+  for (int i = 0; i < argc; ++i) {
+    std::string_view option = argv[i];
+    if (option == "--filtered") {
+      s->filtered = true;
+      continue;
+    }
+    if (i + 1 >= argc) {
+      *error = std::string(option) + " needs a value";
+      return false;
+    }
+    const char* value = argv[++i];
+    uint64_t n = 0;
+    bool ok = true;
+    if (option == "--routes") {
+      ok = number_option(value, 16000000, &s->routes);
+    } else if (option == "--interfaces") {
+      ok = number_option(value, 1000, &n) && n >= 1;
+      s->interfaces = static_cast<uint32_t>(n);
+    } else if (option == "--amt-every") {
+      ok = number_option(value, UINT32_MAX, &n);
+      s->amt_every = static_cast<uint32_t>(n);
+    } else if (option == "--star-every") {
+      ok = number_option(value, UINT32_MAX, &n);
+      s->star_every = static_cast<uint32_t>(n);
+    } else if (option == "--seed") {
+      ok = number_option(value, UINT64_MAX, &s->seed);
+    } else if (option == "--vrf") {
+      s->vrf = value;
+      ok = !s->vrf.empty() && s->vrf.find('/') == std::string::npos;
+    } else {
+      *error = "unknown option " + std::string(option);
+      return false;
+    }
+    if (!ok) {
+      *error = "bad value '" + std::string(value) + "' for " + std::string(option);
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace ostrel::tools
