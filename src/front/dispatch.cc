@@ -1,7 +1,9 @@
 // The dispatch table: one row per command code that has a view. Adding a view is adding a row.
 #include "front/dispatch.h"
 
-#include <array>
+#include "access/session.h"
+#include "views/route/route_show.h"
+#include "views/route/route_summary.h"
 
 namespace {
 
@@ -11,7 +13,19 @@ struct ViewRow {
 };
 
 // A code without a row has no view yet and does nothing.
-constexpr std::array<ViewRow, 0> kViews{};
+constexpr ViewRow kViews[] = {
+    {ostrel_cmd_route,
+     [](const ShowArgs& a) {
+       mrib_route_show(ostrel_view_handle, a.source, a.group, a.group_plen, a.route_flag_o, a.platform_detail,
+                       false, a.show_filter);
+     }},
+    // The non-stop-forwarding routes are not filtered.
+    {ostrel_cmd_route_nsf,
+     [](const ShowArgs& a) {
+       mrib_route_show(ostrel_view_handle, "", "", 0, a.route_flag_o, a.platform_detail, true, false);
+     }},
+    {ostrel_cmd_route_summary_all, ostrel_route_summary_view},
+};
 
 }  // namespace
 

@@ -1,0 +1,533 @@
+// The route entry printer: header line, detail rows, interfaces in record order or in sorted lists taken
+// from the two pools, and the node rate blocks. Every text is written where its line is printed.
+#include "views/route/route_print.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "access/session.h"
+#include "access/switches.h"
+#include "access/text_helpers.h"
+#include "platform/chunk.h"
+#include "platform/mrib_utl.h"
+#include "platform/naming.h"
+#include "platform/text.h"
+#include "views/route/route_flags.h"
+
+namespace {
+
+constexpr uint32_t kUnset = 0xFFFFFFFF;
+constexpr char kOverflow[] = "buffer overflow in printing MRIB route\n";
+constexpr char kUnknownUptime[] = "??:??:??";
+
+// ---- Small texts -----------------------------------------------------------------------------------------
+
+const char* uptime_text(uint64_t seconds) {
+  const char* text = sprint_dhms64(seconds);
+  return text != nullptr ? text : kUnknownUptime;
+}
+
+// The slot holding forwarding processor `fapid`, or `unset_word` for the all-ones value.
+const char* slot_text(uint32_t fapid, const char* unset_word, char (&buffer)[80]) {
+  if (fapid == kUnset) return unset_word;
+  if (fapid_to_str_external(fapid, buffer, sizeof buffer - 1) != kCerrOk) return "unknown";
+  return buffer;
+}
+
+const char* node_text(uint32_t node_id, char (&buffer)[80]) {
+  if (nodeid_to_str_external(node_id, buffer, 32) != kCerrOk) return "Slot unknown";
+  return buffer;
+}
+
+const char* payload_text(uint32_t payload) {
+  constexpr uint32_t kIpv4 = 0x20, kIpv6 = 0x40;
+  if ((payload & kIpv4) && (payload & kIpv6)) return "IPv4 IPv6";
+  if (payload & kIpv4) return "IPv4";
+  if (payload & kIpv6) return "IPv6";
+  return "";
+}
+
+// The 32-bit value of an address of family 0 or 1, in network byte order.
+uint32_t address_word(const mrib_addrtype& addr) {
+  uint32_t word = 0;
+  std::memcpy(&word, mrib_pod_addr_bytes(&addr), sizeof word);
+  return word;
+}
+
+bool known_family(const mrib_addrtype& addr) {
+  return mrib_pod_addr_bytes(&addr) != nullptr;
+}
+
+// ---- 1. Header line --------------------------------------------------------------------------------------
+
+// The header line being built: every append goes at the current length, bounded by the room left.
+class HeaderLine {
+ public:
+  static constexpr int kSize = 512;
+
+  // False once any piece has not fit; the line is then abandoned.
+  bool ok() const { return ok_; }
+  const char* text() const { return text_; }
+
+  void set_length(int length) {
+    if (length < 0) ok_ = false;
+    used_ = length < 0 ? 0 : length;
+  }
+
+  void append(const char* format, ...) __attribute__((format(printf, 2, 3))) {
+    if (!ok_) return;
+    va_list args;
+    va_start(args, format);
+    int written = std::vsnprintf(text_ + used_, room(), format, args);
+    va_end(args);
+    advance(written);
+  }
+
+  void append_entry_flags(const mrib_attrib_entry_pod& attributes) {
+    if (!ok_) return;
+    advance(ostrel_fmt_entry_flags(text_ + used_, room(), &attributes));
+  }
+
+  char* buffer() { return text_; }
+
+ private:
+  int room() const { return kSize - used_; }
+  void advance(int written) {
+    if (written < 0 || written >= room()) {
+      ok_ = false;
+      return;
+    }
+    used_ += written;
+  }
+
+  char text_[kSize] = "";
+  int used_ = 0;
+  bool ok_ = true;
+};
+
+// The entry designation. The platform names only IPv4 keys; an address of a family this program does not
+// know is named by its family instead, so that one odd record does not end the listing.
+int write_designation(const mrib_route_pod& route, bool nsf, HeaderLine* line) {
+  const mrib_addrtype& source = route.Source;
+  const mrib_addrtype& group = route.GroupRange.GroupPrefix;
+  uint32_t prefix_length = route.GroupRange.GroupPrefixLength;
+  if (known_family(source) && known_family(group)) {
+    const uint32_t key[3] = {address_word(group), address_word(source), prefix_length};
+    return mrib_utl_print_entry(0, key, 0, line->buffer(), HeaderLine::kSize, nsf);
+  }
+  const char* source_text =
+      known_family(source) && address_word(source) == 0 ? "*" : ostrel_addr_text(&source);
+  char length_text[16] = "";
+  if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
+  int written = std::snprintf(line->buffer(), HeaderLine::kSize, "(%s,%s%s)", source_text,
+                              ostrel_addr_text(&group), length_text);
+  return written < HeaderLine::kSize ? written : -1;
+}
+
+// Builds and prints the header line; false when it did not fit, and then nothing was printed.
+bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
+  HeaderLine line;
+  line.set_length(write_designation(route, nsf, &line));
+  const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
+  if (detail) line.append(" Ver: 0x%x", route.RouteVersion);
+  if (route.RPFTableID != 0) {
+    line.append(" RPF TID: 0x%x", route.RPFTableID);
+  } else if (attributes.IsRPFNeighborPresent) {
+    line.append(" RPF nbr: %s", ostrel_addr_text(&route.RPFNeighbor));
+  }
+  if (ostrel_entry_flags_any(&attributes)) {
+    line.append(" Flags: ");
+    line.append_entry_flags(attributes);
+  }
+  if (detail && route.Annotation != nullptr && route.Annotation[0] != '\0')
+    line.append(", %s", route.Annotation);
+  const mrib_group_rng_pod& parent = route.ParentRange;
+  if (!known_family(parent.GroupPrefix) || !mrib_pod_addr_is_any(&parent.GroupPrefix))
+    line.append(" Inherit: %s/%d", ostrel_addr_text(&parent.GroupPrefix), parent.GroupPrefixLength);
+  if (!line.ok()) {
+    std::fputs(kOverflow, stderr);
+    return false;
+  }
+  std::printf("\n%s\n", line.text());
+  return true;
+}
+
+// ---- 2. Detail rows --------------------------------------------------------------------------------------
+
+void print_encapsulation_row(const mrib_route_pod& route) {
+  std::printf("  RPF-ID: %u, Encap-ID: %u", route.RPFIdentifier, route.EncapsulationIdentifier);
+  if (!ostrel_private) {
+    std::putchar('\n');
+    return;
+  }
+  std::printf(", EPtr: 0x%lx, New EPtr: 0x%lx, New EID: %u, Hd: 0x%lx, Cts: %u, %u, %u, %u\n",
+              route.EncapsulationPointer, route.NewEncapPointer, route.NewEncapsulationIdentifier,
+              route.EncapsulationList, route.TECount, route.LSPVIFCount, route.GRECount,
+              route.EncapTunnelCount);
+  std::printf("  Acc: %u, Fwd: %u (%u), Encap-next: 0x%lx\n", route.AcceptInterfaceCount,
+              route.ForwardInterfaceCount, route.LRForwardInterfaceCount, route.EncapNextRoute);
+}
+
+void print_details(const mrib_route_pod& route, bool detail) {
+  const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
+  char slot[80];
+  if (attributes.IsMDTEncapsulationOn || attributes.IsMDTDecapsulationOn) {
+    std::printf("  MVPN TID: 0x%x\n", route.CustomerTableID);
+    std::printf("  MVPN Remote TID: 0x%x\n", route.RemoteCustomerTableID);
+    std::printf("  MVPN Payload: %s\n", payload_text(route.Payload));
+  }
+  if (attributes.IsMDTInterfaceOn) std::printf("  MDT IFH: 0x%x\n", route.MDTInterfaceHandle);
+  if (attributes.IsMDT_BGPInterfaceOn) std::printf("  BGP IFH: 0x%x\n", route.MDT_BGP_InterfaceHandle);
+  if (attributes.IsMDTAddressOn)
+    std::printf("  MDT Address: %s\n", ostrel_ctid_text(&route.MDTCoreTreeIdentifier));
+  if (attributes.IsThresholdCrossed)
+    std::printf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none", slot));
+  if (detail && route.IsCustomerEncapsulationRoute) std::fputs("  CUST ENCAP: TRUE\n", stdout);
+  if (attributes.IsMasterLCOn)
+    std::printf("  Master Linecard Slot: %s\n", slot_text(route.MasterLCFapid, "not selected", slot));
+  if (attributes.IsMasterLCFallbackOn) {
+    std::printf("  Master Linecard Fallback Slot: %s\n",
+                slot_text(route.MasterLCFallbackFapid, "not selected", slot));
+  }
+
+  // The uptime line gathers the expired-database mark, the MoFRR origin and the private node fields; the
+  // MoFRR part ends the line itself, so a MoFRR route's node fields (or newline) stand on a line of their
+  // own.
+  std::printf("  Up: %s", uptime_text(route.Uptime));
+  if (detail && route.InExpiredDB) std::fputs(", Present in AMT Expired DB", stdout);
+  if (attributes.MOFRRPrimary || attributes.MOFRRBackup) {
+    std::printf(", Orig Route: (%s, %s)\n", ostrel_addr_text(&route.OrigSource),
+                ostrel_addr_text(&route.GroupRange.GroupPrefix));
+  }
+  if (ostrel_private) {
+    std::printf(", Route node: 0x%lx, In PD retry list: %c\n", route.RouteNode,
+                route.InPDRetryList ? 'Y' : 'N');
+  } else {
+    std::putchar('\n');
+  }
+
+  if (attributes.IsMDTInterfaceSpecialOn) {
+    std::printf("  MDT IFH:  0x%x%s\n", route.MDT_InterfaceHandle,
+                route.MDTTurnaroundEnabled ? " (Turnaround)" : "");
+  }
+  if (attributes.MOFRRState) {
+    std::printf("  MOFRR State: %s Sequence No %d\n", route.MoFRRActive ? "Active" : "Inactive",
+                route.MoFRRSeqNo);
+  }
+  if ((detail || ostrel_private) && (route.RPFIdentifier != 0 || attributes.EncapsulationIdentifierFlag))
+    print_encapsulation_row(route);
+  if (ostrel_private && attributes.Protocol)
+    std::printf("  Proto: %d, RP: %s\n", route.ProtocolValue, ostrel_addr_text(&route.ProtocolRPAddress));
+  if (ostrel_private && ostrel_platform_detail && ostrel_entry_flags_any(&route.NSFEntryAttributes)) {
+    char nsf_flags[512];
+    ostrel_fmt_entry_flags(nsf_flags, sizeof nsf_flags, &route.NSFEntryAttributes);
+    std::printf("  NSF Attr: %s\n", nsf_flags);
+  }
+}
+
+// ---- 3. Interfaces ---------------------------------------------------------------------------------------
+
+// Fills `intf` with what every interface line needs. The longest interface flag text (all 27 mnemonics) is
+// 86 characters, so the entry's own flag field holds what the formatter writes.
+void prepare_intf(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
+  std::memset(intf, 0, sizeof *intf);
+  std::snprintf(intf->name, 80, "%s", ostrel_ifh_name(source.Interface, 0));
+  intf->ul_handle = source.UnderlyingInterface;
+  intf->ul_node = source.UnderlyingInterfaceNode;
+  ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
+  intf->uptime = source.Uptime;
+  ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
+  intf->mdf.add_count = source.liAddRedistCount;
+  intf->mdf.del_count = source.liDelRedistCount;
+  intf->backup_fgid = source.BackupFgidAdded;
+  intf->intf_ptr = source.InterfacePointer;
+  intf->next_encap_ptr = source.NextEncapsulationPointer;
+  intf->head_lsm_id = source.HeadLSMIdentifier;
+  intf->nsf_attr = &source.NSFInterfaceAttributes;
+  intf->type = source.Type;
+  bool amt = source.Type == kOstrelIntfTypeAmt;
+  intf->src = amt ? source.AMTSource : source.GREEncapsulationSourceAddress;
+  intf->amt_gateway = source.AMTGateway;
+  intf->amt_port = source.AMTPort;
+  intf->nexthop_or_group = amt ? source.AMTNexthop : source.GREEncapsulationGroupAddress;
+  intf->amt_mtu = source.AMT_MTU;
+  intf->amt_tos = source.AMT_TOS;
+  intf->amt_ttl = source.AMT_TTL;
+  intf->amt_id = source.AMTId;
+  intf->regdb_ptr = source.RegDBPointer;
+  intf->next_regdb = source.NextRegDBole;
+  intf->prev_regdb = source.PreviousRegDBOle;
+  intf->prev_virt = source.PreviousVirutalInterfacePointer;
+  intf->next_virt = source.NextVirutalInterfacePointer;
+  intf->next_phys = source.NextPhysicalInterfacePointer;
+  intf->prev_phys = source.PreviousPhysicalInterfacePointer;
+}
+
+// The annotation of an EVPN multihome interface; none for any other.
+const char* evpn_annotation(const mrib_intrf_pod& source) {
+  return source.InterfaceAttributes.EVPN_MH_Interface ? source.EVPN_MH_Annot : nullptr;
+}
+
+void print_record_order(const mrib_route_pod& route) {
+  ostrel_intf_entry intf;
+  for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
+    const mrib_intrf_pod& source = route.Interfaces.data[i];
+    prepare_intf(source, &intf);
+    intf.link_ptr = source.Linked_IF_TyepPointer;
+    mrib_route_print_intf("  ", intf, true, evpn_annotation(source));
+  }
+}
+
+void print_incoming_rates(const mrib_incoming_rate_pod& rates) {
+  char node[80];
+  std::printf("    Node Rate (%s):    %lu pps / %lu bps\n", node_text(rates.NodeID, node),
+              rates.PacketsInRate, rates.BitsInRate);
+  std::printf("      HW Incoming count: %lu packets\n", rates.HardwareIngressFwd);
+  std::printf("      HW Drop count:     %lu packets\n", rates.HardwareIngressDrop);
+}
+
+// One interface's counters; false when they are not valid and "N/A" was printed instead.
+bool print_interface_stat(const mrib_out_intrf_stat_pod& stat) {
+  std::printf("        Interface : %s\n", ostrel_ifh_name(stat.InterfaceHandle, 0));
+  if (stat.IsHardwareEgressOutputCounterValidOnInterface != 1 || stat.InterfaceHandle == 0) {
+    std::fputs("            Outgoing Packet Rate (PPS rate / BPS rate): N/A\n", stdout);
+    std::fputs("            HW Forwarding count (pkts): N/A packets\n", stdout);
+    std::fputs("            HW Drop count: N/A packets\n", stdout);
+    return false;
+  }
+  std::printf("            Outgoing Packet Rate (PPS rate / BPS rate): %lu / %lu\n", stat.PacketsOutRate,
+              stat.BitsSOutRate);
+  std::printf("            HW Forwarding count (pkts): %lu packets\n", stat.HardwareEgressPacketsOut);
+  std::printf("            HW Forwarding count (bits): %lu bytes\n", stat.HardwareEgressBytesOut);
+  // The drop line ends with a blank after its newline, which the next line then starts with.
+  if (stat.IsHardwareEgressDropCounterValidOnInterface == 1)
+    std::printf("          HW Drop count: %lu packets\n ", stat.HardwareEgressPacketsDrop);
+  return true;
+}
+
+void print_outgoing_rates(const pod_array<mrib_outgoing_rate_pod>& nodes) {
+  char node[80];
+  for (uint64_t i = 0; i < nodes.count; ++i) {
+    const mrib_outgoing_rate_pod& rates = nodes.data[i];
+    std::printf("    Node Rate (%s):      %lu pps / %lu bps\n", node_text(rates.NodeID, node),
+                rates.PacketsOutRate, rates.BitsOutRate);
+    std::printf("      HW Forwarding count: %lu packets\n", rates.HardwareEgressFwd);
+    std::printf("      HW Drop count:       %lu packets\n", rates.HardwareEgressDrop);
+    std::fputs("      Interface Rates:\n", stdout);
+    bool shown = false;
+    for (uint64_t k = 0; k < rates.InterfaceStats.count; ++k)
+      shown = print_interface_stat(rates.InterfaceStats.data[k]) || shown;
+    if (!shown) std::fputs("         No interface stat to display\n", stdout);
+  }
+}
+
+// Both lists of one side; a side with no entries prints nothing, not even its heading.
+void print_side(const char* heading, OstrelIntfList* sorted, OstrelIntfList* amt, bool show_ul) {
+  if (sorted->count() == 0 && amt->count() == 0) return;
+  std::fputs(heading, stdout);
+  sorted->print_and_release("    ", show_ul);
+  amt->print_and_release("    ", show_ul);
+}
+
+// A failed add or list creation ends the route here. The lists' owners then give every entry already saved
+// back to its pools, so one route that did not fit does not starve the routes after it.
+void print_split(const mrib_route_pod& route, bool rates) {
+  OstrelIntfList in_sorted(OstrelIntfList::Order::kSorted);
+  if (!in_sorted.created()) {
+    std::fputs("% Failed to create incoming interface list", stderr);
+    return;
+  }
+  OstrelIntfList out_sorted(OstrelIntfList::Order::kSorted);
+  if (!out_sorted.created()) {
+    std::fputs("% Failed to create outgoing interface list", stderr);
+    return;
+  }
+  OstrelIntfList in_amt(OstrelIntfList::Order::kArrival);
+  if (!in_amt.created()) {
+    std::fputs("% Failed to create incoming interface list", stderr);
+    return;
+  }
+  OstrelIntfList out_amt(OstrelIntfList::Order::kArrival);
+  if (!out_amt.created()) {
+    std::fputs("% Failed to create outgoing interface list", stderr);
+    return;
+  }
+
+  ostrel_intf_entry values;
+  for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
+    const mrib_intrf_pod& source = route.Interfaces.data[i];
+    prepare_intf(source, &values);
+    if (const char* annotation = evpn_annotation(source); annotation != nullptr)
+      std::snprintf(values.evpn_annot, sizeof values.evpn_annot, "%s", annotation);
+    const mrib_attrib_intrf_pod& attributes = source.InterfaceAttributes;
+    bool accepts = attributes.IsAccept || attributes.IsAcceptBackup;
+    if (accepts && !mrib_route_intf_list_add(in_sorted.get(), in_amt.get(), values)) {
+      std::fprintf(stderr, "%% Failed to insert %s into incoming interface list\n", values.name);
+      return;
+    }
+    if (attributes.IsForward || !accepts) {
+      values.link_ptr = source.Linked_IF_TyepPointer;
+      if (!mrib_route_intf_list_add(out_sorted.get(), out_amt.get(), values)) {
+        std::fprintf(stderr, "%% Failed to insert %s into outgoing interface list", values.name);
+        return;
+      }
+    }
+  }
+
+  print_side("  Incoming Interface List\n", &in_sorted, &in_amt, false);
+  if (rates) print_incoming_rates(route.IncomingRates);
+  print_side("  Outgoing Interface List\n", &out_sorted, &out_amt, true);
+  if (rates) print_outgoing_rates(route.OutgoingRates);
+}
+
+int compare_saved(const void* a, const void* b) {
+  return mrib_route_intf_compare(static_cast<const ostrel_intf_entry*>(a),
+                                 static_cast<const ostrel_intf_entry*>(b));
+}
+
+void release_entry(list_element* element) {
+  (void)chunk_free(ostrel_intf_pool, element->data);
+  (void)chunk_free(ostrel_list_pool, element);
+}
+
+// ---- 4. The interface line -------------------------------------------------------------------------------
+
+void print_underlying(const ostrel_intf_entry& intf) {
+  char slot[80];
+  if (intf.ul_node != kUnset && fapid_to_str_external(intf.ul_node, slot, sizeof slot - 1) == kCerrOk) {
+    if (ostrel_private) {
+      std::printf("(%s, 0x%x) ", slot, intf.ul_handle);
+    } else {
+      std::printf("(%s) ", slot);
+    }
+  } else if (ostrel_private) {
+    std::printf("(UL node unknown, 0x%x) ", intf.ul_handle);
+  } else {
+    std::fputs("(UL node unknown) ", stdout);
+  }
+}
+
+// What -D and -P add to the end of the interface's first line, and the line's end.
+void print_platform_part(const ostrel_intf_entry& intf) {
+  if (intf.head_lsm_id != 0) {
+    std::printf(", Head LSM-ID: 0x%05x", intf.head_lsm_id);
+  } else if (intf.type == 0 && (intf.src != 0 || intf.nexthop_or_group != 0)) {
+    char source[16], group[16];
+    std::printf(", Enc: (%s,%s)", inet_ntoa_r(intf.src, source, sizeof source),
+                inet_ntoa_r(intf.nexthop_or_group, group, sizeof group));
+  }
+  if (!ostrel_private) {
+    std::putchar('\n');
+    return;
+  }
+  std::printf(", type %u, Ptrs: 0x%lx, 0x%lx  0x%lx 0x%lx 0x%lx", intf.type, intf.intf_ptr,
+              intf.next_encap_ptr, intf.regdb_ptr, intf.next_regdb, intf.prev_regdb);
+  if (intf.link_ptr != 0) std::printf("0x%lx(l) ", intf.link_ptr);
+  std::printf(", Bundle Ptrs: 0x%lx(vp), 0x%lx(vn)  0x%lx(pp)  0x%lx(pn)\n", intf.prev_virt, intf.next_virt,
+              intf.next_phys, intf.prev_phys);
+}
+
+void print_private_lines(const ostrel_intf_entry& intf, const char* evpn_annot) {
+  if (intf.backup_fgid) std::fputs("       Backup FGID: Added\n", stdout);
+  if (intf.mdf.text[0] != '\0') std::printf("       attr_mdf: %s \n", intf.mdf.text);
+  if (intf.mdf.add_count != 0) std::printf("       LI add redist count: %d \n", intf.mdf.add_count);
+  if (intf.mdf.del_count != 0) std::printf("       LI del redist count: %d \n", intf.mdf.del_count);
+  if (evpn_annot != nullptr) std::printf("       Platform MH MRIB Annotation: %s \n", evpn_annot);
+  if (ostrel_platform_detail && intf.nsf_attr != nullptr && ostrel_intf_flags_any(intf.nsf_attr)) {
+    char nsf_flags[256];
+    ostrel_fmt_intf_flags(nsf_flags, sizeof nsf_flags, intf.nsf_attr);
+    std::printf("       NSF Attr: %s\n", nsf_flags);
+  }
+}
+
+}  // namespace
+
+void mrib_route_print(const mrib_route_pod* route, bool split_lists, bool detail, bool nsf, bool rates) {
+  if (!print_header(*route, detail, nsf)) return;
+  print_details(*route, detail);
+  if (route->Interfaces.count == 0) return;
+  if (split_lists) {
+    print_split(*route, rates);
+  } else {
+    print_record_order(*route);
+  }
+}
+
+void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bool show_ul,
+                           const char* evpn_annot) {
+  bool amt = intf.type == kOstrelIntfTypeAmt;
+  if (amt) {
+    char gateway[16];
+    std::printf("%sAMT Gateway: %s/%u, %s ", prefix, inet_ntoa_r(intf.amt_gateway, gateway, sizeof gateway),
+                intf.amt_port, intf.name);
+  } else {
+    std::printf("%s%s ", prefix, intf.name);
+  }
+  if ((show_ul || amt) && intf.ul_handle != 0) print_underlying(intf);
+  if (intf.flags[0] != '\0') std::printf("Flags: %s", intf.flags);
+  std::printf(", Up: %s", uptime_text(intf.uptime));
+  if (ostrel_platform_detail || ostrel_private) {
+    print_platform_part(intf);
+  } else {
+    std::putchar('\n');
+  }
+  if (amt) {
+    char source[16], nexthop[16];
+    std::printf("%s    Src:%s, NH: %s, MTU/TOS/TTL: %u/%u/%u, AMT-ID: %05d\n", prefix,
+                inet_ntoa_r(intf.src, source, sizeof source),
+                inet_ntoa_r(intf.nexthop_or_group, nexthop, sizeof nexthop), intf.amt_mtu, intf.amt_tos,
+                intf.amt_ttl, intf.amt_id);
+  }
+  if (ostrel_private) print_private_lines(intf, evpn_annot);
+}
+
+int mrib_route_intf_compare(const ostrel_intf_entry* a, const ostrel_intf_entry* b) {
+  size_t a_length = std::strlen(a->name), b_length = std::strlen(b->name);
+  if (a_length != b_length) return a_length < b_length ? -1 : 1;
+  if (int order = std::strcmp(a->name, b->name); order != 0) return order < 0 ? -1 : 1;
+  if (a->amt_gateway != b->amt_gateway) return a->amt_gateway < b->amt_gateway ? -1 : 1;
+  if (a->amt_port != b->amt_port) return a->amt_port < b->amt_port ? -1 : 1;
+  return 0;
+}
+
+bool mrib_route_intf_list_add(list_t sorted, list_t amt, const ostrel_intf_entry& values) {
+  auto* entry = static_cast<ostrel_intf_entry*>(chunk_malloc(ostrel_intf_pool));
+  if (entry == nullptr) {
+    std::fprintf(stderr, "%% No memory for list entry for %s", values.name);
+    return false;
+  }
+  *entry = values;
+  auto* element = static_cast<list_element*>(chunk_malloc(ostrel_list_pool));
+  if (element == nullptr) {
+    std::fputs("% No memory for list element", stderr);
+    (void)chunk_free(ostrel_intf_pool, entry);
+    return false;
+  }
+  std::memset(element, 0, sizeof *element);
+  element->data = entry;
+  cerr_t rc = entry->type == kOstrelIntfTypeAmt ? list_enqueue_default(amt, element)
+                                                : list_insert_default(sorted, element);
+  if (rc != kCerrOk) {
+    release_entry(element);
+    return false;
+  }
+  return true;
+}
+
+OstrelIntfList::OstrelIntfList(Order order)
+    : list_(list_create(order == Order::kSorted ? compare_saved : nullptr)) {}
+
+OstrelIntfList::~OstrelIntfList() {
+  if (list_ == nullptr) return;
+  while (list_element* element = list_dequeue(list_)) release_entry(element);
+  (void)list_destroy(list_);
+}
+
+void OstrelIntfList::print_and_release(const char* prefix, bool show_ul) {
+  while (list_element* element = list_dequeue(list_)) {
+    const auto& intf = *static_cast<const ostrel_intf_entry*>(element->data);
+    mrib_route_print_intf(prefix, intf, show_ul, intf.evpn_annot[0] != '\0' ? intf.evpn_annot : nullptr);
+    release_entry(element);
+  }
+}
