@@ -1,0 +1,71 @@
+// The floor: what "scan the route table and print it" costs this machine with nothing else in the way. It
+// reads the items of one store directory with the same batched range query as the simulated store (256 a
+// batch, resuming after the last name) and prints, with printf, as many bytes per item as the view it stands
+// beside printed per route. No record is decoded: the difference to ostrel is the program's own work.
+//
+// usage: floor ROOT DIRECTORY BYTES_PER_ITEM
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+constexpr int kBatch = 256;
+
+int fail(sqlite3* db, const char* what) {
+  std::fprintf(stderr, "floor: %s: %s\n", what, db ? sqlite3_errmsg(db) : "no database");
+  return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 4) {
+    std::fprintf(stderr, "usage: floor ROOT DIRECTORY BYTES_PER_ITEM\n");
+    return 2;
+  }
+  std::string uri = std::string("file:") + argv[1] + "/vellum.db?immutable=1";
+  int bytes = std::atoi(argv[3]);
+  if (bytes < 16) bytes = 16;
+  sqlite3* db = nullptr;
+  if (sqlite3_open_v2(uri.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) != SQLITE_OK)
+    return fail(db, "open");
+  sqlite3_stmt* batch = nullptr;
+  const char* sql =
+      "SELECT name, datatype, data FROM items WHERE dir = ?1 AND name > ?2 ORDER BY name LIMIT ?3";
+  if (sqlite3_prepare_v2(db, sql, -1, &batch, nullptr) != SQLITE_OK) return fail(db, "prepare");
+
+  static char out[1 << 16];
+  std::setvbuf(stdout, out, _IOFBF, sizeof out);
+  std::string resume;
+  std::string line(static_cast<size_t>(bytes) - 1, '.');
+  for (;;) {
+    sqlite3_reset(batch);
+    sqlite3_bind_text(batch, 1, argv[2], -1, SQLITE_STATIC);
+    sqlite3_bind_text(batch, 2, resume.c_str(), -1, SQLITE_TRANSIENT);
+    sqlite3_bind_int(batch, 3, kBatch + 1);  // the extra row answers "are there more"
+    int rows = 0;
+    bool more = false;
+    while (sqlite3_step(batch) == SQLITE_ROW) {
+      if (++rows > kBatch) {
+        more = true;
+        break;
+      }
+      const char* name = reinterpret_cast<const char*>(sqlite3_column_text(batch, 0));
+      int length = sqlite3_column_bytes(batch, 2);
+      // The record is read as ostrel reads it, and left undecoded.
+      if (sqlite3_column_blob(batch, 2) == nullptr && length != 0) return fail(db, "read");
+      // One line of the view's width per item: the key, then filler up to the width.
+      int n = std::printf("%s %d ", name, length);
+      std::printf("%.*s\n", bytes - 1 - n > 0 ? bytes - 1 - n : 0, line.c_str());
+      if (rows == kBatch) resume = name;
+    }
+    if (!more) break;
+  }
+  sqlite3_finalize(batch);
+  sqlite3_close(db);
+  std::fflush(stdout);
+  return 0;
+}
