@@ -2,6 +2,7 @@
 #include "front/dispatch.h"
 
 #include "access/session.h"
+#include "views/route/route_ole.h"
 #include "views/route/route_show.h"
 #include "views/route/route_summary.h"
 
@@ -24,6 +25,8 @@ constexpr ViewRow kViews[] = {
      [](const ShowArgs& a) {
        mrib_route_show(ostrel_view_handle, "", "", 0, a.route_flag_o, a.platform_detail, true, false);
      }},
+    {ostrel_cmd_routedb_ole,
+     [](const ShowArgs& a) { mrib_route_ole_show(ostrel_view_handle, a.source, a.group, a.group_plen); }},
     {ostrel_cmd_route_summary_all, ostrel_route_summary_view},
 };
 
