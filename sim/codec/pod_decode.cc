@@ -1,6 +1,7 @@
 // pod_decode() and pod_free_indirections(): a record of the wire format into its decoded structure and back
 // to nothing. A cursor moves field by field through the compiled program; the first bad field ends the
 // decode, is named in pod_last_error(), and everything allocated so far is released.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -32,13 +33,24 @@ class Decoder {
     if (depth > kMaxDepth)
       return fail(kPodCorrupt, "nested more than " + std::to_string(kMaxDepth) + " deep");
     const Program& p = t_.program(index);
-    for (const Step& s : p.steps) {
-      bool ok = step(s, base + s.offset, depth);
-      if (ok && s.selector >= 0) ok = check_selector(s, p.steps[static_cast<size_t>(s.selector)], base);
-      if (!ok) {
-        if (!s.name.empty()) failure_.path.push_back(s.name);
-        return false;
+    for (const DecodeOp& op : p.decode_plan) {
+      bool ok = true;
+      switch (op.code) {
+        case DecodeOp::kBools:
+          ok = bools(p, op, base);
+          break;
+        case DecodeOp::kCopy:
+          ok = copy(p, op, base);
+          break;
+        case DecodeOp::kStep: {
+          const Step& s = p.steps[op.first];
+          ok = step(s, base + s.offset, depth);
+          if (ok && s.selector >= 0) ok = check_selector(s, p.steps[static_cast<size_t>(s.selector)], base);
+          if (!ok) return failed_in(s);
+          break;
+        }
       }
+      if (!ok) return false;
     }
     return true;
   }
@@ -52,6 +64,39 @@ class Decoder {
     return false;
   }
   bool truncated() { return fail(kPodTruncated, "record ends inside this field"); }
+
+  bool failed_in(const Step& s) {
+    if (!s.name.empty()) failure_.path.push_back(s.name);
+    return false;
+  }
+
+  // A run of booleans: the first byte other than 0 or 1, or the first that is missing, names its field.
+  bool bools(const Program& p, const DecodeOp& op, unsigned char* base) {
+    size_t available = std::min<size_t>(op.count, r_.remaining());
+    const unsigned char* bytes = r_.take(available);
+    unsigned char* at = base + op.offset;
+    for (size_t i = 0; i < available; ++i) {
+      if (bytes[i] > 1) {
+        fail(kPodCorrupt, "boolean byte " + std::to_string(bytes[i]));
+        return failed_in(p.steps[op.first + i]);
+      }
+      uint32_t v = bytes[i];
+      std::memcpy(at + 4 * i, &v, 4);
+    }
+    if (available == op.count) return true;
+    truncated();
+    return failed_in(p.steps[op.first + available]);
+  }
+
+  // A run of plain numbers: where the record ends inside it, the field it ends in is named.
+  bool copy(const Program& p, const DecodeOp& op, unsigned char* base) {
+    if (r_.read(base + op.offset, op.count)) return true;
+    size_t left = r_.remaining();
+    uint32_t i = op.first;
+    for (uint32_t width; (width = number_width(p.steps[i].kind)) <= left; ++i) left -= width;
+    truncated();
+    return failed_in(p.steps[i]);
+  }
 
   // The union's own discriminator must repeat the earlier field that selects it, or the structure would
   // say two things about which case it holds.

@@ -302,6 +302,51 @@ bool check_entry(const Schema& s, int index, const pod_layout& entry, std::strin
   return true;
 }
 
+// Fuses runs of booleans and of plain numbers that lie back to back in the structure.
+void plan_decode(Program& p) {
+  for (uint32_t i = 0; i < p.steps.size(); ++i) {
+    const Step& s = p.steps[i];
+    DecodeOp::Code code = s.kind == Kind::kBool       ? DecodeOp::kBools
+                          : number_width(s.kind) != 0 ? DecodeOp::kCopy
+                                                      : DecodeOp::kStep;
+    if (s.selector >= 0) code = DecodeOp::kStep;
+    uint32_t width = code == DecodeOp::kBools ? 4 : number_width(s.kind);
+    if (code != DecodeOp::kStep && !p.decode_plan.empty()) {
+      DecodeOp& last = p.decode_plan.back();
+      uint32_t end = last.offset + (last.code == DecodeOp::kBools ? 4 * last.count : last.count);
+      if (last.code == code && s.offset == end) {
+        last.count += code == DecodeOp::kBools ? 1 : width;
+        continue;
+      }
+    }
+    uint32_t count = code == DecodeOp::kBools ? 1 : code == DecodeOp::kCopy ? width : 0;
+    p.decode_plan.push_back(DecodeOp{code, s.offset, count, i});
+  }
+}
+
+}  // namespace
+
+uint32_t number_width(Kind kind) {
+  switch (kind) {
+    case Kind::kU8:
+      return 1;
+    case Kind::kU16:
+      return 2;
+    case Kind::kU32:
+    case Kind::kI32:
+    case Kind::kEnum:
+    case Kind::kIpv4:
+      return 4;
+    case Kind::kU64:
+    case Kind::kI64:
+      return 8;
+    default:
+      return 0;
+  }
+}
+
+namespace {
+
 std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
   if (desc->name == nullptr || (desc->schema == nullptr && desc->schema_compact == nullptr)) {
     *err = "descriptor without a name or a schema";
@@ -332,6 +377,7 @@ std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
   out->name = desc->name;
   out->fingerprint = fingerprint_of(compact);
   if (!Compiler(*schema, *out).run(err)) return nullptr;
+  for (Program& p : out->programs) plan_decode(p);
   return out;
 }
 

@@ -26,8 +26,24 @@ struct Step {
   std::string name;        // the schema's field name; empty for elements and in compact schemas
 };
 
+// One operation of the decoder's plan of a program. A record carries long runs of booleans (the attribute
+// sets) and of plain numbers, which travel on the wire in the order and, for numbers, the width that they
+// have in the structure: each such run is one operation instead of one per field.
+struct DecodeOp {
+  enum Code : uint8_t {
+    kBools,  // `count` booleans of one byte each, widened to 32 bits
+    kCopy,   // `count` bytes of numbers copied as they are
+    kStep,   // the step `first`, decoded on its own
+  };
+  Code code = kStep;
+  uint32_t offset = 0;  // of the run's first field
+  uint32_t count = 0;
+  uint32_t first = 0;  // index of the run's first step
+};
+
 struct Program {
   std::vector<Step> steps;
+  std::vector<DecodeOp> decode_plan;
   uint64_t size = 0;      // decoded size
   uint64_t min_wire = 0;  // the fewest wire bytes any value of this type takes
   bool has_indirections = false;
@@ -108,6 +124,9 @@ struct FieldError {
     return joined.empty() ? what : joined + ": " + what;
   }
 };
+
+// The wire width of a plain number (the same as its width in the structure), 0 for other kinds.
+uint32_t number_width(Kind kind);
 
 // Reads the integer of a numeric step at `at` (a selector field), widened to 32 bits.
 uint32_t read_selector(const Step& step, const unsigned char* at);
