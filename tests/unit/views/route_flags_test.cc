@@ -115,14 +115,6 @@ TEST_F(RouteFlagsTest, FullSetsFitTheSmallestCallerBuffer) {
   EXPECT_EQ(86u, intf_full.size());
 }
 
-TEST_F(RouteFlagsTest, EmptySetsGiveTheEmptyText) {
-  ostrel_platform_detail = 1;
-  int length = -1;
-  EXPECT_EQ("", entry_text(mrib_attrib_entry_pod{}, &length));
-  EXPECT_EQ(0, length);
-  EXPECT_EQ("", intf_text(mrib_attrib_intrf_pod{}));
-}
-
 TEST_F(RouteFlagsTest, EntryFormatterWithoutRoomLeavesTheBufferAlone) {
   const auto attr = all_set<mrib_attrib_entry_pod>();
   char buf[4] = {'x', 'y', 'z', 'w'};
