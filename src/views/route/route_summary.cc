@@ -34,6 +34,9 @@ class BoundHandle {
     return false;
   }
 
+  vellum_handle_t get() const { return handle_; }
+
+ private:
   void unbind() {
     if (handle_ == nullptr) return;
     // Nothing is reported here: the walk's result does not depend on giving the handle back.
@@ -41,9 +44,6 @@ class BoundHandle {
     handle_ = nullptr;
   }
 
-  vellum_handle_t get() const { return handle_; }
-
- private:
   vellum_handle_t handle_ = nullptr;
 };
 
