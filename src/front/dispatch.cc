@@ -2,6 +2,7 @@
 #include "front/dispatch.h"
 
 #include "access/session.h"
+#include "views/route/route_mib.h"
 #include "views/route/route_ole.h"
 #include "views/route/route_show.h"
 #include "views/route/route_summary.h"
@@ -27,6 +28,7 @@ constexpr ViewRow kViews[] = {
      }},
     {ostrel_cmd_routedb_ole,
      [](const ShowArgs& a) { mrib_route_ole_show(ostrel_view_handle, a.source, a.group, a.group_plen); }},
+    {ostrel_cmd_mib, [](const ShowArgs&) { mrib_mib_show(ostrel_view_handle); }},
     {ostrel_cmd_route_summary_all, ostrel_route_summary_view},
 };
 

@@ -1,0 +1,276 @@
+// The MIB view. It walks the route list with these departures from the route view: one fixed collection,
+// keyed group first; a heading instead of the legend; no more flag is asked for, and only a batch of
+// exactly 256 items (of which one at least decoded) asks for the next; the resume key is the last entry's
+// group, source and the constant 32; a listing that fails other than with not-found reports the MIB as
+// missing. Each entry uses the route printer's interface lines and sorted lists, without AMT interfaces.
+#include "views/route/route_mib.h"
+
+#include <arpa/inet.h>
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "access/pod_descriptors.h"
+#include "access/query.h"
+#include "access/text_helpers.h"
+#include "platform/mrib_utl.h"
+#include "views/route/route_flags.h"
+#include "views/route/route_print.h"
+
+namespace {
+
+constexpr char kOverflow[] = "buffer overflow in printing MRIB route\n";
+constexpr char kMdfOverflow[] = "buffer overflow in printing MRIB route mdf_mask\n";
+
+// The collection's one directory: the whole multicast range 224.0.0.0/4, any source.
+constexpr uint32_t kMibGroup = 0xe0000000;
+constexpr uint32_t kMibSource = 0;
+constexpr int kMibPrefixLength = 4;
+// The resume key always ends in this length, whatever the entry's own.
+constexpr int kMibResumeLength = 32;
+
+// 0.0.0.1 to 0.0.0.5 as /32 entries are the server's own bookkeeping, not routes of the MIB.
+constexpr uint32_t kFirstHiddenGroup = 1;
+constexpr uint32_t kLastHiddenGroup = 5;
+
+// The header line of one entry: every append goes at the current length, bounded by the room left.
+class MibLine {
+ public:
+  static constexpr int kSize = 256;
+
+  char* buffer() { return text_; }
+  const char* text() const { return text_; }
+  void set_length(int length) { used_ = length; }
+
+  // False when the piece does not fit; the line is then to be abandoned.
+  [[nodiscard]] bool append(const char* format, ...) __attribute__((format(printf, 2, 3))) {
+    va_list args;
+    va_start(args, format);
+    int written = std::vsnprintf(text_ + used_, kSize - used_, format, args);
+    va_end(args);
+    if (written < 0 || written >= kSize - used_) return false;
+    used_ += written;
+    return true;
+  }
+
+ private:
+  char text_[kSize] = "";
+  int used_ = 0;
+};
+
+// The 32-bit value of an address of family 0 or 1, in network byte order.
+uint32_t address_word(const mrib_addrtype& addr) {
+  uint32_t word = 0;
+  std::memcpy(&word, mrib_pod_addr_bytes(&addr), sizeof word);
+  return word;
+}
+
+bool known_family(const mrib_addrtype& addr) {
+  return mrib_pod_addr_bytes(&addr) != nullptr;
+}
+
+bool hidden_group(const mrib_route_pod& route) {
+  const mrib_group_rng_pod& range = route.GroupRange;
+  if (range.GroupPrefixLength != 32 || !known_family(range.GroupPrefix)) return false;
+  uint32_t group = ntohl(address_word(range.GroupPrefix));
+  return group >= kFirstHiddenGroup && group <= kLastHiddenGroup;
+}
+
+// The entry designation, as the route printer writes it: the platform names IPv4 keys; an address of a
+// family this program does not know is named by its family, so that one odd record does not end the walk.
+int write_designation(const mrib_route_pod& route, MibLine* line) {
+  const mrib_addrtype& source = route.Source;
+  const mrib_addrtype& group = route.GroupRange.GroupPrefix;
+  uint32_t prefix_length = route.GroupRange.GroupPrefixLength;
+  if (known_family(source) && known_family(group)) {
+    const uint32_t key[3] = {address_word(group), address_word(source), prefix_length};
+    return mrib_utl_print_entry(0, key, 0, line->buffer(), MibLine::kSize, 0);
+  }
+  const char* source_text =
+      known_family(source) && address_word(source) == 0 ? "*" : ostrel_addr_text(&source);
+  char length_text[16] = "";
+  if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
+  int written = std::snprintf(line->buffer(), MibLine::kSize, "(%s,%s%s)", source_text,
+                              ostrel_addr_text(&group), length_text);
+  return written < MibLine::kSize ? written : -1;
+}
+
+// Appends what follows the designation; false (after its message) when a piece did not fit.
+bool append_details(const mrib_route_pod& route, MibLine* line) {
+  const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
+  bool fits = true;
+  if (attributes.IsRPFNeighborPresent)
+    fits = line->append(" RPF nbr: %s", ostrel_addr_text(&route.RPFNeighbor));
+  // The flag texts go through buffers of their own: written straight into the line, a text cut at the
+  // line's end would not show as an overflow.
+  char flags[256];
+  if (fits && ostrel_entry_flags_any(&attributes)) {
+    ostrel_fmt_entry_flags(flags, sizeof flags, &attributes);
+    fits = line->append(" Flags: %s", flags);
+  }
+  if (!fits) {
+    std::fputs(kOverflow, stderr);
+    return false;
+  }
+  if (ostrel_entry_flags_any(&route.EntryAttrMdf)) {
+    ostrel_fmt_entry_flags(flags, sizeof flags, &route.EntryAttrMdf);
+    if (!line->append(" mdf_mask: %s", flags)) {
+      std::fputs(kMdfOverflow, stderr);
+      return false;
+    }
+  }
+  if (route.Annotation != nullptr && route.Annotation[0] != '\0')
+    fits = line->append(", %s", route.Annotation);
+  const mrib_group_rng_pod& parent = route.ParentRange;
+  if (fits && (!known_family(parent.GroupPrefix) || !mrib_pod_addr_is_any(&parent.GroupPrefix))) {
+    fits = line->append(" Inherit: %s/%d", ostrel_addr_text(&parent.GroupPrefix),
+                        static_cast<int>(parent.GroupPrefixLength));
+  }
+  if (!fits) std::fputs(kOverflow, stderr);
+  return fits;
+}
+
+// One interface as the MIB lists it: no modified-attributes block and no backup flag.
+void prepare_intf(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
+  std::memset(intf, 0, sizeof *intf);
+  std::snprintf(intf->name, 80, "%s", ostrel_ifh_name(source.Interface, 0));
+  intf->ul_handle = source.UnderlyingInterface;
+  intf->ul_node = source.UnderlyingInterfaceNode;
+  ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
+  intf->uptime = source.Uptime;
+  intf->intf_ptr = source.InterfacePointer;
+  intf->next_encap_ptr = source.NextEncapsulationPointer;
+  intf->head_lsm_id = source.HeadLSMIdentifier;
+  intf->nsf_attr = &source.NSFInterfaceAttributes;
+  intf->type = source.Type;
+  intf->src = source.GREEncapsulationSourceAddress;
+  intf->nexthop_or_group = source.GREEncapsulationGroupAddress;
+  intf->regdb_ptr = source.RegDBPointer;
+  intf->next_regdb = source.NextRegDBole;
+  intf->prev_regdb = source.PreviousRegDBOle;
+  intf->prev_virt = source.PreviousVirutalInterfacePointer;
+  intf->next_virt = source.NextVirutalInterfacePointer;
+  intf->next_phys = source.NextPhysicalInterfacePointer;
+  intf->prev_phys = source.PreviousPhysicalInterfacePointer;
+  if (source.InterfaceAttributes.EVPN_MH_Interface && source.EVPN_MH_Annot != nullptr)
+    std::snprintf(intf->evpn_annot, sizeof intf->evpn_annot, "%s", source.EVPN_MH_Annot);
+}
+
+// The sorted incoming and outgoing lists of one entry. AMT interfaces are left out, so no AMT list is
+// needed: mrib_route_intf_list_add() only uses it for them. A failure ends the entry; the lists' owners
+// then give back what was saved.
+void print_interfaces(const mrib_route_pod& route) {
+  OstrelIntfList incoming(OstrelIntfList::Order::kSorted);
+  if (!incoming.created()) {
+    std::fputs("% Failed to create incoming interface list", stderr);
+    return;
+  }
+  OstrelIntfList outgoing(OstrelIntfList::Order::kSorted);
+  if (!outgoing.created()) {
+    std::fputs("% Failed to create outgoing interface list", stderr);
+    return;
+  }
+  ostrel_intf_entry values;
+  for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
+    const mrib_intrf_pod& source = route.Interfaces.data[i];
+    if (source.Type == kOstrelIntfTypeAmt) continue;
+    prepare_intf(source, &values);
+    const mrib_attrib_intrf_pod& attributes = source.InterfaceAttributes;
+    bool accepts = attributes.IsAccept || attributes.IsAcceptBackup;
+    if (accepts && !mrib_route_intf_list_add(incoming.get(), nullptr, values)) {
+      std::fprintf(stderr, "%% Failed to insert %s into incoming interface list\n", values.name);
+      return;
+    }
+    if (attributes.IsForward || !accepts) {
+      values.link_ptr = source.Linked_IF_TyepPointer;
+      if (!mrib_route_intf_list_add(outgoing.get(), nullptr, values)) {
+        std::fprintf(stderr, "%% Failed to insert %s into outgoing interface list", values.name);
+        return;
+      }
+    }
+  }
+  if (incoming.count() != 0) {
+    std::fputs("  Incoming Interface List\n", stdout);
+    incoming.print_and_release("    ", false);
+  }
+  if (outgoing.count() != 0) {
+    std::fputs("  Outgoing Interface List\n", stdout);
+    outgoing.print_and_release("    ", true);
+  }
+}
+
+// Whether an entry decoded since the last resume key: a full batch of which nothing decoded ends the walk
+// rather than asking for the same batch again.
+struct WalkState {
+  bool decoded = false;
+};
+
+void print_heading(void*) {
+  std::fputs("MROUTE MIB values\n", stdout);
+}
+
+void print_entry(void* record, void* context) {
+  static_cast<WalkState*>(context)->decoded = true;
+  mrib_mib_print(static_cast<const mrib_route_pod*>(record));
+}
+
+bool mib_resume_key(const void* record, char* key, size_t size, void* context) {
+  auto* state = static_cast<WalkState*>(context);
+  if (!state->decoded) return false;
+  state->decoded = false;
+  const auto* route = static_cast<const mrib_route_pod*>(record);
+  const uint8_t* group = mrib_pod_addr_bytes(&route->GroupRange.GroupPrefix);
+  const uint8_t* source = mrib_pod_addr_bytes(&route->Source);
+  if (group == nullptr || source == nullptr) return false;
+  int length = std::snprintf(key, size, "%s,%s,%d", ip_maddr_hex_string(group), ip_maddr_hex_string(source),
+                             kMibResumeLength);
+  return length > 0 && static_cast<size_t>(length) < size;
+}
+
+}  // namespace
+
+void mrib_mib_print(const mrib_route_pod* route) {
+  if (hidden_group(*route)) return;
+  MibLine line;
+  int length = write_designation(*route, &line);
+  if (length < 0) {
+    std::fputs(kOverflow, stderr);
+    return;
+  }
+  line.set_length(length);
+  const mrib_group_rng_pod& range = route->GroupRange;
+  if (range.GroupPrefixLength < 32) {
+    std::fprintf(stderr, "A group range snuk through: %s/%d\n", ostrel_addr_text(&range.GroupPrefix),
+                 static_cast<int>(range.GroupPrefixLength));
+    return;
+  }
+  if (!append_details(*route, &line)) return;
+  std::printf("\n%s\n", line.text());
+  if (route->Interfaces.count != 0) print_interfaces(*route);
+}
+
+void mrib_mib_show(vellum_handle_t handle) {
+  const uint32_t group = htonl(kMibGroup), source = htonl(kMibSource);
+  int length = std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "routedb-mib/%s,%s,%d",
+                             ip_maddr_hex_string(&group), ip_maddr_hex_string(&source), kMibPrefixLength);
+  if (length < 0 || static_cast<size_t>(length) >= sizeof ostrel_query_path) {
+    std::fputs("Error building query string\n", stderr);
+    return;
+  }
+  mrib_route_pod record;
+  WalkState state;
+  ListCycle cycle;
+  cycle.handle = handle;
+  cycle.desc = &ostrel_mrib_route_pod_desc;
+  cycle.record = &record;
+  cycle.record_size = sizeof record;
+  cycle.not_available = "No MRIB route-MIB";
+  cycle.rule = BatchRule::kFullBatch;
+  cycle.context = &state;
+  cycle.on_first_batch = print_heading;
+  cycle.print = print_entry;
+  cycle.resume_key = mib_resume_key;
+  ListOutcome outcome = ostrel_list_cycle(cycle);
+  if (!outcome.failed && !outcome.listed_any) std::fputs("No matching routes in MRIB route-DB\n", stdout);
+}
