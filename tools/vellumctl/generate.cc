@@ -244,7 +244,7 @@ bool write_routes(StoreWriter& w, const GenerateSettings& s, Totals* totals, std
   std::string mibdb = table + kMibDir, by_group = table + "routedb-g/", by_source = table + "routedb-s/";
   RouteBuffers b;
   std::string bytes;
-  char key[32], mib_key[32], group_dir[32], source_dir[16];
+  char key[32], mib_key[32], group_dir[32], source_dir[20];
   Random random{s.seed};
   for (uint64_t i = 0; i < s.routes; ++i) {
     RouteKey k = route_key(i, s, random);
