@@ -179,6 +179,12 @@ std::optional<std::string> interface_name_of(uint32_t handle) {
   return lookup(declared().interface_names, handle);
 }
 
+const std::string* find_interface_name(uint32_t handle) {
+  const auto& names = declared().interface_names;
+  auto found = names.find(handle);
+  return found == names.end() ? nullptr : &found->second;
+}
+
 std::optional<uint32_t> interface_handle_of(std::string_view name) {
   const auto& handles = declared().interface_handles;
   auto found = handles.find(std::string(name));
@@ -207,6 +213,10 @@ std::optional<Fault> find_fault(std::string_view op, std::string_view key, int64
     if (row.index < 0 || row.index == index) return row.fault;
   }
   return std::nullopt;
+}
+
+bool faults_declared() {
+  return !declared().faults.empty();
 }
 
 bool has_fault(std::string_view op, std::string_view key) {

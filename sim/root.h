@@ -26,6 +26,9 @@ std::string root_path(std::string_view router_path);
 
 // Inventory lookups; none when the identifier is unknown.
 std::optional<std::string> interface_name_of(uint32_t handle);
+// The same without a copy, for the naming services that run once per interface shown: none when unknown;
+// the text lives as long as the root.
+const std::string* find_interface_name(uint32_t handle);
 std::optional<uint32_t> interface_handle_of(std::string_view name);
 std::optional<std::string> node_name_of(uint32_t id);
 std::optional<std::string> fapid_name_of(uint32_t id);
@@ -48,5 +51,7 @@ std::optional<Fault> find_fault(std::string_view op, std::string_view key = {}, 
 // Whether any fault of `op` is declared for `key`, at whatever index: lets a service skip counting work that
 // only a fault would need.
 bool has_fault(std::string_view op, std::string_view key = {});
+// Whether the fixture declared any fault at all: callers whose fault key costs something to build ask first.
+bool faults_declared();
 
 }  // namespace ostrel::sim

@@ -41,6 +41,26 @@ bool has_type(std::string_view name, std::string_view type) {
          std::isdigit(static_cast<unsigned char>(name[type.size()]));
 }
 
+// Writes the display form of `name` into `out` of `size` bytes, which may be where `name` lies: the form is
+// never longer than the name, and it is written front to back. False when it does not fit.
+bool write_display_form(std::string_view name, uint32_t display_flags, char* out, size_t size) {
+  std::string_view brief, rest = name;
+  if (display_flags & 1) {
+    for (const Abbreviation& entry : kAbbreviations) {
+      if (has_type(name, entry.full)) {
+        brief = entry.brief;
+        rest = name.substr(entry.full.size());
+        break;
+      }
+    }
+  }
+  if (brief.size() + rest.size() + 1 > size) return false;
+  std::memmove(out + brief.size(), rest.data(), rest.size());
+  std::memcpy(out, brief.data(), brief.size());
+  out[brief.size() + rest.size()] = '\0';
+  return true;
+}
+
 std::string short_form(std::string_view name) {
   for (const Abbreviation& entry : kAbbreviations) {
     if (has_type(name, entry.full)) return std::string(entry.brief).append(name.substr(entry.full.size()));
@@ -68,10 +88,12 @@ imc_control_server_s& control_server() {
 
 cerr_t name_one(uint32_t handle, imc_interface_name_result* result) {
   if (result->name && result->size > 0) result->name[0] = '\0';
-  if (auto fault = find_fault("interface_name", handle_key(handle))) {
-    return fault->code ? fault->code : kInjectedFailure;
+  if (faults_declared()) {
+    if (auto fault = find_fault("interface_name", handle_key(handle))) {
+      return fault->code ? fault->code : kInjectedFailure;
+    }
   }
-  std::optional<std::string> name = interface_name_of(handle);
+  const std::string* name = find_interface_name(handle);
   if (!name) return kUnknownIdentifier;
   if (!result->name || result->size == 0) return kBadArgument;
   sstrncpy(result->name, name->c_str(), result->size);
@@ -119,14 +141,12 @@ cerr_t imc_interface_name(imc_ctx_t ctx, uint32_t count, const uint32_t* handles
 char* imc_display_namestring(const char* name, char* out, uint32_t size, uint32_t display_flags) {
   using namespace ostrel::sim;
   if (!name || !out) return nullptr;
-  if (auto handle = interface_handle_of(name)) {
-    if (find_fault("display_name", handle_key(*handle))) return nullptr;
+  if (faults_declared()) {
+    if (auto handle = interface_handle_of(name)) {
+      if (find_fault("display_name", handle_key(*handle))) return nullptr;
+    }
   }
-  // Built apart from `out` first: `name` may be the very same buffer.
-  std::string shown = (display_flags & 1) ? short_form(name) : std::string(name);
-  if (shown.size() + 1 > size) return nullptr;
-  std::memcpy(out, shown.c_str(), shown.size() + 1);
-  return out;
+  return write_display_form(name, display_flags, out, size) ? out : nullptr;
 }
 
 uint32_t interface_find(const char* name) {
