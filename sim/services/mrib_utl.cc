@@ -35,8 +35,16 @@ Designation designate(uint32_t source, uint32_t group, uint32_t prefix_length) {
   inet_ntoa_r(group, group_text, sizeof group_text);
   char length_text[16] = "";
   if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
+  // Joined by hand rather than formatted: every route printed asks for one.
   Designation text;
-  std::snprintf(text.data(), text.size(), "(%s,%s%s)", source_text, group_text, length_text);
+  char* at = text.data();
+  const char* parts[] = {"(", source_text, ",", group_text, length_text, ")"};
+  for (const char* part : parts) {
+    size_t length = std::strlen(part);
+    std::memcpy(at, part, length);
+    at += length;
+  }
+  *at = '\0';
   return text;
 }
 
@@ -120,6 +128,17 @@ int mrib_snprintf(char* buffer, int size, const char* format, ...) {
   if (!buffer || size < 1) return 0;
   va_list args;
   va_start(args, format);
+  // The flag formatters append one separator and one mnemonic at a time: join the two texts directly.
+  if (std::strcmp(format, "%s%s") == 0) {
+    const char* texts[2] = {va_arg(args, const char*), va_arg(args, const char*)};
+    va_end(args);
+    int stored = 0;
+    for (const char* text : texts) {
+      for (; *text != '\0' && stored < size - 1; ++text) buffer[stored++] = *text;
+    }
+    buffer[stored] = '\0';
+    return stored;
+  }
   int wanted = std::vsnprintf(buffer, static_cast<size_t>(size), format, args);
   va_end(args);
   if (wanted < 0) {

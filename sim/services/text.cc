@@ -80,6 +80,20 @@ int memset_s(void* dst, size_t dst_size, int value, size_t count) {
   return count > dst_size ? ERANGE : 0;
 }
 
+// Views print an address or two per route and per interface: the dotted text is written by hand.
+static size_t write_dotted(const unsigned char* bytes, char* out) {
+  char* at = out;
+  for (int i = 0; i < 4; ++i) {
+    unsigned n = bytes[i];
+    if (n >= 100) *at++ = static_cast<char>('0' + n / 100);
+    if (n >= 10) *at++ = static_cast<char>('0' + n / 10 % 10);
+    *at++ = static_cast<char>('0' + n % 10);
+    if (i < 3) *at++ = '.';
+  }
+  *at = '\0';
+  return static_cast<size_t>(at - out);
+}
+
 char* inet_ntoa_r(uint32_t address, char* buffer, size_t size) {
   return const_cast<char*>(ux_inet_ntop(AF_INET, &address, buffer, size));
 }
@@ -105,5 +119,12 @@ char* itoa(long value, char* buffer, size_t size, int base) {
 const char* ux_inet_ntop(int family, const void* address, char* buffer, size_t size) {
   if (family != AF_INET && family != AF_INET6) return nullptr;
   if (!address || !buffer) return nullptr;
+  if (family == AF_INET) {
+    char text[INET_ADDRSTRLEN];
+    size_t length = write_dotted(static_cast<const unsigned char*>(address), text);
+    if (length + 1 > size) return nullptr;
+    std::memcpy(buffer, text, length + 1);
+    return buffer;
+  }
   return inet_ntop(family, address, buffer, static_cast<socklen_t>(std::min<size_t>(size, INET6_ADDRSTRLEN)));
 }

@@ -39,6 +39,10 @@ TEST(NumberAndAddressTexts, WriteIntoTheCallersBufferOrGiveNone) {
   EXPECT_STREQ(inet_ntoa_r(htonl(0x0a000001), buffer, sizeof buffer), "10.0.0.1");
   uint8_t v4[4] = {232, 1, 1, 1};
   EXPECT_EQ(ux_inet_ntop(AF_INET, v4, buffer, 9), nullptr);
+  EXPECT_STREQ(ux_inet_ntop(AF_INET, v4, buffer, 10), "232.1.1.1");
+  uint8_t edges[2][4] = {{0, 0, 0, 0}, {255, 100, 99, 10}};
+  EXPECT_STREQ(ux_inet_ntop(AF_INET, edges[0], buffer, sizeof buffer), "0.0.0.0");
+  EXPECT_STREQ(ux_inet_ntop(AF_INET, edges[1], buffer, sizeof buffer), "255.100.99.10");
   EXPECT_STREQ(itoa(-1234, buffer, sizeof buffer, 10), "-1234");
   EXPECT_EQ(itoa(12345, buffer, 5, 10), nullptr);
 }
