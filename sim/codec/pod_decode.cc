@@ -284,8 +284,8 @@ void* allocate(size_t count, size_t size) {
 
 void release(const CompiledType& t, int32_t index, unsigned char* base) {
   const Program& p = t.program(index);
-  if (!p.has_indirections) return;
-  for (const Step& s : p.steps) {
+  for (uint32_t step : p.indirect_steps) {
+    const Step& s = p.steps[step];
     unsigned char* at = base + s.offset;
     switch (s.kind) {
       case Kind::kText: {

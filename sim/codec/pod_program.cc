@@ -324,6 +324,31 @@ void plan_decode(Program& p) {
   }
 }
 
+// The steps that pod_free_indirections() must visit: a record of many plain fields owns few allocations.
+void plan_release(const CompiledType& t, Program& p) {
+  for (uint32_t i = 0; i < p.steps.size(); ++i) {
+    const Step& s = p.steps[i];
+    bool indirect = false;
+    switch (s.kind) {
+      case Kind::kText:
+      case Kind::kArray:
+      case Kind::kPointer:
+        indirect = true;
+        break;
+      case Kind::kStruct:
+      case Kind::kFixedArray:
+        indirect = t.program(s.sub).has_indirections;
+        break;
+      case Kind::kUnion:
+        indirect = t.union_at(s.sub).has_indirections;
+        break;
+      default:
+        break;
+    }
+    if (indirect) p.indirect_steps.push_back(i);
+  }
+}
+
 }  // namespace
 
 uint32_t number_width(Kind kind) {
@@ -377,7 +402,10 @@ std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
   out->name = desc->name;
   out->fingerprint = fingerprint_of(compact);
   if (!Compiler(*schema, *out).run(err)) return nullptr;
-  for (Program& p : out->programs) plan_decode(p);
+  for (Program& p : out->programs) {
+    plan_decode(p);
+    plan_release(*out, p);
+  }
   return out;
 }
 

@@ -44,8 +44,9 @@ struct DecodeOp {
 struct Program {
   std::vector<Step> steps;
   std::vector<DecodeOp> decode_plan;
-  uint64_t size = 0;      // decoded size
-  uint64_t min_wire = 0;  // the fewest wire bytes any value of this type takes
+  std::vector<uint32_t> indirect_steps;  // the steps that own, or hold something that owns, allocations
+  uint64_t size = 0;                     // decoded size
+  uint64_t min_wire = 0;                 // the fewest wire bytes any value of this type takes
   bool has_indirections = false;
   // A program of one unnamed step (an array element, a union case, a type of a single unnamed field) stands
   // for that step's value rather than for a structure of fields.

@@ -27,7 +27,9 @@ void registry_reset(int fail_call, cerr_t code) {
   registry() = Registry{RegistryLog{}, fail_call, code};
 }
 
-const RegistryLog& registry_log() { return registry().log; }
+const RegistryLog& registry_log() {
+  return registry().log;
+}
 
 }  // namespace ostrel::sim
 
@@ -35,8 +37,14 @@ cerr_t pod_register_start(const void*, const void*, const void*, const void*, co
   return ostrel::sim::record("start");
 }
 
-cerr_t pod_register(const pod_desc* desc) { return ostrel::sim::record(std::string("register ") + desc->name); }
+cerr_t pod_register(const pod_desc* desc) {
+  return ostrel::sim::record(std::string("register ") + desc->name);
+}
 
-cerr_t pod_register_end() { return ostrel::sim::record("end"); }
+cerr_t pod_register_end() {
+  return ostrel::sim::record("end");
+}
 
-cerr_t pod_register_abort() { return ostrel::sim::record("abort"); }
+cerr_t pod_register_abort() {
+  return ostrel::sim::record("abort");
+}

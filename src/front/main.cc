@@ -1,4 +1,6 @@
 // The entry point of a run: the mode choice, the single-letter path from options to one view, and the exit.
+#include <stdio_ext.h>
+
 #include <cstdio>
 #include <cstring>
 
@@ -11,6 +13,8 @@ int main(int argc, char** argv) {
   // Views print many fixed-format lines; one large buffer keeps them off the write path.
   static char stdout_buffer[1 << 16];
   std::setvbuf(stdout, stdout_buffer, _IOFBF, sizeof stdout_buffer);
+  // One thread: the stream needs no lock around each of a view's many small writes.
+  __fsetlocking(stdout, FSETLOCKING_BYCALLER);
 
   if (argc < 2 || std::strcmp(argv[1], "-cmd") == 0) {
     switch (ostrel_keyword_mode_choice(argc, argv)) {

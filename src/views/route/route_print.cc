@@ -232,7 +232,7 @@ void print_details(const mrib_route_pod& route, bool detail) {
 // 86 characters, so the entry's own flag field holds what the formatter writes.
 void prepare_intf(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
   std::memset(intf, 0, sizeof *intf);
-  std::snprintf(intf->name, 80, "%s", ostrel_ifh_name(source.Interface, 0));
+  sstrncpy(intf->name, ostrel_ifh_name(source.Interface, 0), 80);
   intf->ul_handle = source.UnderlyingInterface;
   intf->ul_node = source.UnderlyingInterfaceNode;
   ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
@@ -399,7 +399,9 @@ void print_underlying(const ostrel_intf_entry& intf) {
     if (ostrel_private) {
       std::printf("(%s, 0x%x) ", slot, intf.ul_handle);
     } else {
-      std::printf("(%s) ", slot);
+      std::putchar('(');
+      std::fputs(slot, stdout);
+      std::fputs(") ", stdout);
     }
   } else if (ostrel_private) {
     std::printf("(UL node unknown, 0x%x) ", intf.ul_handle);
@@ -462,11 +464,17 @@ void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bo
     std::printf("%sAMT Gateway: %s/%u, %s ", prefix, inet_ntoa_r(intf.amt_gateway, gateway, sizeof gateway),
                 intf.amt_port, intf.name);
   } else {
-    std::printf("%s%s ", prefix, intf.name);
+    std::fputs(prefix, stdout);
+    std::fputs(intf.name, stdout);
+    std::putchar(' ');
   }
   if ((show_ul || amt) && intf.ul_handle != 0) print_underlying(intf);
-  if (intf.flags[0] != '\0') std::printf("Flags: %s", intf.flags);
-  std::printf(", Up: %s", uptime_text(intf.uptime));
+  if (intf.flags[0] != '\0') {
+    std::fputs("Flags: ", stdout);
+    std::fputs(intf.flags, stdout);
+  }
+  std::fputs(", Up: ", stdout);
+  std::fputs(uptime_text(intf.uptime), stdout);
   if (ostrel_platform_detail || ostrel_private) {
     print_platform_part(intf);
   } else {
