@@ -471,7 +471,10 @@ void replace_root(const fs::path& built, const fs::path& root) {
 fs::path make_build_dir(const fs::path& root) {
   fs::path parent = root.parent_path().empty() ? fs::path(".") : root.parent_path();
   fs::create_directories(parent);
-  std::string pattern = (parent / ("." + root.filename().string() + ".building-XXXXXX")).string();
+  std::string name = root.filename().string();
+  name.insert(name.begin(), '.');
+  name.append(".building-XXXXXX");
+  std::string pattern = (parent / name).string();
   if (!mkdtemp(pattern.data()))
     throw std::runtime_error("cannot create a directory beside " + root.string() + ": " +
                              std::strerror(errno));

@@ -192,7 +192,7 @@ class Decoder {
     std::memcpy(at + 8, &elements, sizeof(elements));
     for (uint32_t i = 0; i < count; ++i) {
       if (!run(s.sub, elements + size_t{i} * s.elem_size, depth + 1)) {
-        failure_.path.push_back("[" + std::to_string(i) + "]");
+        failure_.path.push_back(element_key(i));
         return false;
       }
     }
@@ -207,7 +207,7 @@ class Decoder {
                   std::to_string(count) + " elements for an array of " + std::to_string(s.count));
     for (uint32_t i = 0; i < count; ++i) {
       if (!run(s.sub, at + size_t{i} * s.elem_size, depth + 1)) {
-        failure_.path.push_back("[" + std::to_string(i) + "]");
+        failure_.path.push_back(element_key(i));
         return false;
       }
     }

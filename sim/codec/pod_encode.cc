@@ -138,7 +138,7 @@ class Encoder {
   bool elements(const Step& s, const unsigned char* first, uint32_t count, int depth) {
     for (uint32_t i = 0; i < count; ++i) {
       if (!run(s.sub, first + size_t{i} * s.elem_size, depth + 1)) {
-        error_.path.push_back("[" + std::to_string(i) + "]");
+        error_.path.push_back(element_key(i));
         return false;
       }
     }

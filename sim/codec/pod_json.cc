@@ -281,7 +281,7 @@ class FromJson {
   bool elements(const Step& s, const json& v, unsigned char* first, int depth) {
     for (size_t i = 0; i < v.size(); ++i) {
       if (!run(s.sub, v[i], first + i * s.elem_size, depth + 1)) {
-        error_.path.push_back("[" + std::to_string(i) + "]");
+        error_.path.push_back(element_key(i));
         return false;
       }
     }

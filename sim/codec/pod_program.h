@@ -55,7 +55,10 @@ struct Program {
 
 // The JSON key of a program's step: its field name, or "_<index>" for a field that the schema leaves unnamed.
 inline std::string field_key(const Step& step, size_t index) {
-  return step.name.empty() ? "_" + std::to_string(index) : step.name;
+  if (!step.name.empty()) return step.name;
+  std::string key = std::to_string(index);
+  key.insert(key.begin(), '_');
+  return key;
 }
 
 struct UnionCase {
@@ -109,6 +112,14 @@ uint64_t fingerprint_of(std::string_view compact);
 // Joins the components of a field path collected while a failure unwound, innermost first: names and
 // case names ("Name") and element indexes ("[3]"), giving "Interfaces[3].Name".
 std::string join_path(const std::vector<std::string>& innermost_first);
+
+// The path component of element `index` of an array: "[3]".
+inline std::string element_key(size_t index) {
+  std::string key = std::to_string(index);
+  key.insert(key.begin(), '[');
+  key.push_back(']');
+  return key;
+}
 
 // The first bad field of an encoding or a conversion: what was wrong, and where, collected innermost first
 // while the failure unwinds.

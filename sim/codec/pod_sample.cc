@@ -64,7 +64,11 @@ class Sampler {
   }
 
   std::string text(uint32_t limit) {
-    std::string t = "t" + std::to_string(next()) + "-" + std::to_string(next());
+    // Built by appends: g++ 12 at -O3 warns wrongly about the "t" + std::string form.
+    std::string t = std::to_string(next());
+    t.insert(t.begin(), 't');
+    t.push_back('-');
+    t.append(std::to_string(next()));
     if (limit != 0 && t.size() > limit) t.resize(limit);
     return t;
   }
