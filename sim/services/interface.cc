@@ -55,8 +55,8 @@ bool write_display_form(std::string_view name, uint32_t display_flags, char* out
     }
   }
   if (brief.size() + rest.size() + 1 > size) return false;
-  std::memmove(out + brief.size(), rest.data(), rest.size());
-  std::memcpy(out, brief.data(), brief.size());
+  if (!rest.empty()) std::memmove(out + brief.size(), rest.data(), rest.size());
+  if (!brief.empty()) std::memcpy(out, brief.data(), brief.size());
   out[brief.size() + rest.size()] = '\0';
   return true;
 }
