@@ -131,30 +131,12 @@ bool append_details(const mrib_route_pod& route, MibLine* line) {
   return fits;
 }
 
-// One interface as the MIB lists it: no modified-attributes block and no backup flag.
+// One interface as the MIB lists it: the route printer's saved interface without the modified-attributes
+// block and the backup flag.
 void prepare_intf(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
-  std::memset(intf, 0, sizeof *intf);
-  std::snprintf(intf->name, 80, "%s", ostrel_ifh_name(source.Interface, 0));
-  intf->ul_handle = source.UnderlyingInterface;
-  intf->ul_node = source.UnderlyingInterfaceNode;
-  ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
-  intf->uptime = source.Uptime;
-  intf->intf_ptr = source.InterfacePointer;
-  intf->next_encap_ptr = source.NextEncapsulationPointer;
-  intf->head_lsm_id = source.HeadLSMIdentifier;
-  intf->nsf_attr = &source.NSFInterfaceAttributes;
-  intf->type = source.Type;
-  intf->src = source.GREEncapsulationSourceAddress;
-  intf->nexthop_or_group = source.GREEncapsulationGroupAddress;
-  intf->regdb_ptr = source.RegDBPointer;
-  intf->next_regdb = source.NextRegDBole;
-  intf->prev_regdb = source.PreviousRegDBOle;
-  intf->prev_virt = source.PreviousVirutalInterfacePointer;
-  intf->next_virt = source.NextVirutalInterfacePointer;
-  intf->next_phys = source.NextPhysicalInterfacePointer;
-  intf->prev_phys = source.PreviousPhysicalInterfacePointer;
-  if (source.InterfaceAttributes.EVPN_MH_Interface && source.EVPN_MH_Annot != nullptr)
-    std::snprintf(intf->evpn_annot, sizeof intf->evpn_annot, "%s", source.EVPN_MH_Annot);
+  ostrel_intf_entry_prepare(source, intf);
+  intf->mdf = {};
+  intf->backup_fgid = 0;
 }
 
 // The sorted incoming and outgoing lists of one entry. AMT interfaces are left out, so no AMT list is

@@ -228,42 +228,6 @@ void print_details(const mrib_route_pod& route, bool detail) {
 
 // ---- 3. Interfaces ---------------------------------------------------------------------------------------
 
-// Fills `intf` with what every interface line needs. The longest interface flag text (all 27 mnemonics) is
-// 86 characters, so the entry's own flag field holds what the formatter writes.
-void prepare_intf(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
-  std::memset(intf, 0, sizeof *intf);
-  sstrncpy(intf->name, ostrel_ifh_name(source.Interface, 0), 80);
-  intf->ul_handle = source.UnderlyingInterface;
-  intf->ul_node = source.UnderlyingInterfaceNode;
-  ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
-  intf->uptime = source.Uptime;
-  ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
-  intf->mdf.add_count = source.liAddRedistCount;
-  intf->mdf.del_count = source.liDelRedistCount;
-  intf->backup_fgid = source.BackupFgidAdded;
-  intf->intf_ptr = source.InterfacePointer;
-  intf->next_encap_ptr = source.NextEncapsulationPointer;
-  intf->head_lsm_id = source.HeadLSMIdentifier;
-  intf->nsf_attr = &source.NSFInterfaceAttributes;
-  intf->type = source.Type;
-  bool amt = source.Type == kOstrelIntfTypeAmt;
-  intf->src = amt ? source.AMTSource : source.GREEncapsulationSourceAddress;
-  intf->amt_gateway = source.AMTGateway;
-  intf->amt_port = source.AMTPort;
-  intf->nexthop_or_group = amt ? source.AMTNexthop : source.GREEncapsulationGroupAddress;
-  intf->amt_mtu = source.AMT_MTU;
-  intf->amt_tos = source.AMT_TOS;
-  intf->amt_ttl = source.AMT_TTL;
-  intf->amt_id = source.AMTId;
-  intf->regdb_ptr = source.RegDBPointer;
-  intf->next_regdb = source.NextRegDBole;
-  intf->prev_regdb = source.PreviousRegDBOle;
-  intf->prev_virt = source.PreviousVirutalInterfacePointer;
-  intf->next_virt = source.NextVirutalInterfacePointer;
-  intf->next_phys = source.NextPhysicalInterfacePointer;
-  intf->prev_phys = source.PreviousPhysicalInterfacePointer;
-}
-
 // The annotation of an EVPN multihome interface; none for any other.
 const char* evpn_annotation(const mrib_intrf_pod& source) {
   return source.InterfaceAttributes.EVPN_MH_Interface ? source.EVPN_MH_Annot : nullptr;
@@ -273,7 +237,7 @@ void print_record_order(const mrib_route_pod& route) {
   ostrel_intf_entry intf;
   for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
     const mrib_intrf_pod& source = route.Interfaces.data[i];
-    prepare_intf(source, &intf);
+    ostrel_intf_entry_prepare(source, &intf);
     intf.link_ptr = source.Linked_IF_TyepPointer;
     mrib_route_print_intf("  ", intf, true, evpn_annotation(source));
   }
@@ -357,9 +321,7 @@ void print_split(const mrib_route_pod& route, bool rates) {
   ostrel_intf_entry values;
   for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
     const mrib_intrf_pod& source = route.Interfaces.data[i];
-    prepare_intf(source, &values);
-    if (const char* annotation = evpn_annotation(source); annotation != nullptr)
-      std::snprintf(values.evpn_annot, sizeof values.evpn_annot, "%s", annotation);
+    ostrel_intf_entry_prepare(source, &values);
     const mrib_attrib_intrf_pod& attributes = source.InterfaceAttributes;
     bool accepts = attributes.IsAccept || attributes.IsAcceptBackup;
     if (accepts && !mrib_route_intf_list_add(in_sorted.get(), in_amt.get(), values)) {
@@ -538,4 +500,42 @@ void OstrelIntfList::print_and_release(const char* prefix, bool show_ul) {
     mrib_route_print_intf(prefix, intf, show_ul, intf.evpn_annot[0] != '\0' ? intf.evpn_annot : nullptr);
     release_entry(element);
   }
+}
+
+// The longest interface flag text (all 27 mnemonics) is 86 characters, so the entry's own flag field holds
+// what the formatter writes.
+void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
+  std::memset(intf, 0, sizeof *intf);
+  sstrncpy(intf->name, ostrel_ifh_name(source.Interface, 0), 80);
+  intf->ul_handle = source.UnderlyingInterface;
+  intf->ul_node = source.UnderlyingInterfaceNode;
+  ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
+  intf->uptime = source.Uptime;
+  ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
+  intf->mdf.add_count = source.liAddRedistCount;
+  intf->mdf.del_count = source.liDelRedistCount;
+  intf->backup_fgid = source.BackupFgidAdded;
+  intf->intf_ptr = source.InterfacePointer;
+  intf->next_encap_ptr = source.NextEncapsulationPointer;
+  intf->head_lsm_id = source.HeadLSMIdentifier;
+  intf->nsf_attr = &source.NSFInterfaceAttributes;
+  intf->type = source.Type;
+  bool amt = source.Type == kOstrelIntfTypeAmt;
+  intf->src = amt ? source.AMTSource : source.GREEncapsulationSourceAddress;
+  intf->amt_gateway = source.AMTGateway;
+  intf->amt_port = source.AMTPort;
+  intf->nexthop_or_group = amt ? source.AMTNexthop : source.GREEncapsulationGroupAddress;
+  intf->amt_mtu = source.AMT_MTU;
+  intf->amt_tos = source.AMT_TOS;
+  intf->amt_ttl = source.AMT_TTL;
+  intf->amt_id = source.AMTId;
+  intf->regdb_ptr = source.RegDBPointer;
+  intf->next_regdb = source.NextRegDBole;
+  intf->prev_regdb = source.PreviousRegDBOle;
+  intf->prev_virt = source.PreviousVirutalInterfacePointer;
+  intf->next_virt = source.NextVirutalInterfacePointer;
+  intf->next_phys = source.NextPhysicalInterfacePointer;
+  intf->prev_phys = source.PreviousPhysicalInterfacePointer;
+  if (source.InterfaceAttributes.EVPN_MH_Interface && source.EVPN_MH_Annot != nullptr)
+    sstrncpy(intf->evpn_annot, source.EVPN_MH_Annot, sizeof intf->evpn_annot);
 }

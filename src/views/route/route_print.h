@@ -54,6 +54,11 @@ static_assert(sizeof(ostrel_intf_entry) == 808, "a saved interface is one elemen
 
 inline constexpr uint32_t kOstrelIntfTypeAmt = 1;
 
+// Fills `intf` from one interface of a decoded route, as a list saves it: the name, the flag and
+// modified-attribute texts, the values of its line and, for an EVPN multihome interface, its annotation.
+// The entry refers to the route's NSF attributes, so the route must outlive it.
+void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* intf);
+
 // Prints `route` on standard output; failures go to standard error and end the route's printing. With
 // `split_lists` the interfaces go to sorted incoming and outgoing lists, and with `rates` the node rate
 // blocks follow them; `detail` adds the version, annotation, customer-encapsulation and expired-database
