@@ -29,11 +29,14 @@ void copy_key(const char* text) {
 struct BatchResult {
   bool read_failed = false;  // the walk ends: the list is already released
   bool decoded_any = false;
+  bool have_key = false;  // the view's key of the last record printed is in `key`
+  char key[sizeof ostrel_resume_key];
 };
 
 // Reads, checks, decodes, prints and releases each item of one batch.
-BatchResult walk_batch(const ListCycle& cycle, vellum_datalist_t list, uint32_t count) {
-  BatchResult result;
+void walk_batch(const ListCycle& cycle, vellum_datalist_t list, uint32_t count, BatchResult* out) {
+  BatchResult& result = *out;
+  result = {};
   const char* last_path = nullptr;
   for (uint32_t i = 0; i < count; ++i) {
     const char* path = nullptr;
@@ -43,7 +46,7 @@ BatchResult walk_batch(const ListCycle& cycle, vellum_datalist_t list, uint32_t 
       std::fprintf(stderr, "Reading result data-list %s\n", cerr_strerror(rc));
       free_list(list);
       result.read_failed = true;
-      return result;
+      return;
     }
     last_path = path;
     if (data_type != kVellumDataTypePod) {
@@ -57,10 +60,11 @@ BatchResult walk_batch(const ListCycle& cycle, vellum_datalist_t list, uint32_t 
     result.decoded_any = true;
     cycle.print(cycle.record, cycle.context);
     release(cycle.record, cycle.desc);
+    if (cycle.resume_key != nullptr)
+      result.have_key = cycle.resume_key(cycle.record, result.key, sizeof result.key, cycle.context);
   }
   // The default key is the last item's path, which the list owns: take it before the list goes.
   if (cycle.resume_key == nullptr && last_path != nullptr) copy_key(last_path);
-  return result;
 }
 
 }  // namespace
@@ -78,6 +82,7 @@ ListOutcome ostrel_list_cycle(const ListCycle& cycle) {
   std::memset(cycle.record, 0, cycle.record_size);
   ostrel_resume_key[0] = '\0';
   bool first = true;
+  BatchResult batch;
   for (;;) {
     uint32_t more = 0;
     uint32_t count = kOstrelBatchSize;
@@ -96,7 +101,7 @@ ListOutcome ostrel_list_cycle(const ListCycle& cycle) {
     outcome.listed_any = true;
     if (first && cycle.on_first_batch != nullptr) cycle.on_first_batch(cycle.context);
     first = false;
-    BatchResult batch = walk_batch(cycle, list, count);
+    walk_batch(cycle, list, count, &batch);
     if (batch.read_failed) return outcome;
     if (cycle.rule != BatchRule::kFullBatch) {
       if (rc = vellum_datalist_get_more_flag(list, &more); rc != kCerrOk) {
@@ -118,9 +123,10 @@ ListOutcome ostrel_list_cycle(const ListCycle& cycle) {
         break;
     }
     if (!go_on) return outcome;
-    if (cycle.resume_key != nullptr &&
-        !cycle.resume_key(cycle.record, ostrel_resume_key, sizeof ostrel_resume_key, cycle.context))
-      return outcome;
+    if (cycle.resume_key != nullptr) {
+      if (!batch.have_key) return outcome;
+      copy_key(batch.key);
+    }
   }
 }
 

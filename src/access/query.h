@@ -37,8 +37,10 @@ struct ListCycle {
   // Called once, before the first item of the first batch that holds any; may be none.
   void (*on_first_batch)(void* context) = nullptr;
   void (*print)(void* record, void* context) = nullptr;
-  // Writes the key after which the next batch starts from the last decoded record; returns false when no
-  // usable key comes out (the walk then ends). None: the path of the last item read.
+  // Writes the key after which the next batch starts from a record just printed; false when no usable key
+  // comes out. The cycle asks after every printed record and resumes after the last one's key, so an item
+  // that fails to decode never decides where the walk goes on; a batch that leaves no key ends the walk.
+  // None: the path of the last item read.
   bool (*resume_key)(const void* record, char* key, size_t size, void* context) = nullptr;
 };
 

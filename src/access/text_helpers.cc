@@ -102,6 +102,15 @@ const char* ip_maddr_hex_string(const void* addr) {
   return slot;
 }
 
+bool ostrel_route_key(const mrib_addrtype& first, const mrib_addrtype& second, int length, char* key,
+                      size_t size) {
+  const uint8_t* a = mrib_pod_addr_bytes(&first);
+  const uint8_t* b = mrib_pod_addr_bytes(&second);
+  if (a == nullptr || b == nullptr) return false;
+  int written = std::snprintf(key, size, "%s,%s,%d", ip_maddr_hex_string(a), ip_maddr_hex_string(b), length);
+  return written > 0 && static_cast<size_t>(written) < size;
+}
+
 const char* ostrel_addr_text(const mrib_addrtype* addr) {
   if (known_family(addr)) return mrib_pod_addr_print(addr);
   char text[32];

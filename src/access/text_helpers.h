@@ -3,6 +3,7 @@
 // callers never free them, and each ring says how many results stay valid at once.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "access/pod_records.h"
@@ -29,6 +30,12 @@ const char* ip_maddr_hex_string(const void* addr);
 // not know reads "<unknown AF n>" rather than bytes that would mean nothing. For families 0 and 1 this is
 // mrib_pod_addr_print().
 const char* ostrel_addr_text(const mrib_addrtype* addr);
+
+// A route's key in the store's own form, "%s,%s,%d": two addresses as ip_maddr_hex_string() writes them and a
+// prefix length. False, with nothing usable in `key`, when an address is of a family without such a text or
+// the key does not fit.
+bool ostrel_route_key(const mrib_addrtype& first, const mrib_addrtype& second, int length, char* key,
+                      size_t size);
 
 // The core-tree identifier as a view prints it: the dotted ID for types 5 and 6, "*" for type 0, else "".
 // Returned through strsave().

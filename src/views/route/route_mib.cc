@@ -182,32 +182,18 @@ void print_interfaces(const mrib_route_pod& route) {
   }
 }
 
-// Whether an entry decoded since the last resume key: a full batch of which nothing decoded ends the walk
-// rather than asking for the same batch again.
-struct WalkState {
-  bool decoded = false;
-};
-
 void print_heading(void*) {
   std::fputs("MROUTE MIB values\n", stdout);
 }
 
-void print_entry(void* record, void* context) {
-  static_cast<WalkState*>(context)->decoded = true;
+void print_entry(void* record, void*) {
   mrib_mib_print(static_cast<const mrib_route_pod*>(record));
 }
 
-bool mib_resume_key(const void* record, char* key, size_t size, void* context) {
-  auto* state = static_cast<WalkState*>(context);
-  if (!state->decoded) return false;
-  state->decoded = false;
+// Group first, then source, then always the host length: the MIB's own order.
+bool mib_resume_key(const void* record, char* key, size_t size, void*) {
   const auto* route = static_cast<const mrib_route_pod*>(record);
-  const uint8_t* group = mrib_pod_addr_bytes(&route->GroupRange.GroupPrefix);
-  const uint8_t* source = mrib_pod_addr_bytes(&route->Source);
-  if (group == nullptr || source == nullptr) return false;
-  int length = std::snprintf(key, size, "%s,%s,%d", ip_maddr_hex_string(group), ip_maddr_hex_string(source),
-                             kMibResumeLength);
-  return length > 0 && static_cast<size_t>(length) < size;
+  return ostrel_route_key(route->GroupRange.GroupPrefix, route->Source, kMibResumeLength, key, size);
 }
 
 }  // namespace
@@ -241,7 +227,6 @@ void mrib_mib_show(vellum_handle_t handle) {
     return;
   }
   mrib_route_pod record;
-  WalkState state;
   ListCycle cycle;
   cycle.handle = handle;
   cycle.desc = &ostrel_mrib_route_pod_desc;
@@ -249,7 +234,6 @@ void mrib_mib_show(vellum_handle_t handle) {
   cycle.record_size = sizeof record;
   cycle.not_available = "No MRIB route-MIB";
   cycle.rule = BatchRule::kFullBatch;
-  cycle.context = &state;
   cycle.on_first_batch = print_heading;
   cycle.print = print_entry;
   cycle.resume_key = mib_resume_key;

@@ -92,16 +92,12 @@ const char* address_text(const mrib_addrtype* addr, const char* zero_text) {
   return dotted_in_hex_ring(bytes);
 }
 
-// The key after which the next batch starts: the last printed entry's source and group in hexadecimal and
-// its prefix length. An address of an unknown family gives no key, and the walk ends.
+// The key after which the next batch starts: the entry's source and group in hexadecimal and its prefix
+// length. An address of an unknown family gives no key, and the walk ends.
 bool ole_resume_key(const void* record, char* key, size_t size, void*) {
   const auto* route = static_cast<const mrib_route_ole_pod*>(record);
-  const uint8_t* source = mrib_pod_addr_bytes(&route->Source);
-  const uint8_t* group = mrib_pod_addr_bytes(&route->GroupRange.GroupPrefix);
-  if (source == nullptr || group == nullptr) return false;
-  int length = std::snprintf(key, size, "%s,%s,%d", ip_maddr_hex_string(source), ip_maddr_hex_string(group),
-                             static_cast<int>(route->GroupRange.GroupPrefixLength));
-  return length > 0 && static_cast<size_t>(length) < size;
+  return ostrel_route_key(route->Source, route->GroupRange.GroupPrefix,
+                          static_cast<int>(route->GroupRange.GroupPrefixLength), key, size);
 }
 
 void show_item(vellum_handle_t handle, mrib_route_ole_pod* record) {

@@ -98,16 +98,12 @@ bool build_path(const PathRow& row, const RouteQuery& q) {
   return length >= 0 && static_cast<size_t>(length) < kSize;
 }
 
-// The printer's switches, and the key fields of the route printed last: a later record that fails to
-// decode may leave the record buffer half written, so the resume key is taken from this copy.
+// The printer's switches.
 struct WalkContext {
   bool split_lists;
   bool detail;
   bool nsf;
   bool rates;
-  mrib_addrtype last_source;
-  mrib_addrtype last_group;
-  uint32_t last_group_plen;
 };
 
 void print_legend(void*) {
@@ -120,23 +116,16 @@ void print_legend_unless_private(void*) {
 
 void print_route(void* record, void* context) {
   const auto* route = static_cast<const mrib_route_pod*>(record);
-  auto* walk = static_cast<WalkContext*>(context);
-  walk->last_source = route->Source;
-  walk->last_group = route->GroupRange.GroupPrefix;
-  walk->last_group_plen = route->GroupRange.GroupPrefixLength;
+  const auto* walk = static_cast<const WalkContext*>(context);
   mrib_route_print(route, walk->split_lists, walk->detail, walk->nsf, walk->rates);
 }
 
-// "source,group,length" with both addresses as eight hexadecimal digits. A route whose addresses are of a
-// family without such a text gives no key, and the walk ends with it.
-bool route_resume_key(const void*, char* key, size_t size, void* context) {
-  const auto* walk = static_cast<const WalkContext*>(context);
-  const uint8_t* source = mrib_pod_addr_bytes(&walk->last_source);
-  const uint8_t* group = mrib_pod_addr_bytes(&walk->last_group);
-  if (source == nullptr || group == nullptr) return false;
-  int length = std::snprintf(key, size, "%s,%s,%d", ip_maddr_hex_string(source), ip_maddr_hex_string(group),
-                             static_cast<int>(walk->last_group_plen));
-  return length > 0 && static_cast<size_t>(length) < size;
+// "source,group,length" with both addresses in hexadecimal; a route whose addresses have no such text gives
+// no key, and the walk ends with it.
+bool route_resume_key(const void* record, char* key, size_t size, void*) {
+  const auto* route = static_cast<const mrib_route_pod*>(record);
+  return ostrel_route_key(route->Source, route->GroupRange.GroupPrefix,
+                          static_cast<int>(route->GroupRange.GroupPrefixLength), key, size);
 }
 
 void show_one(vellum_handle_t handle, mrib_route_pod* record, WalkContext* walk) {
@@ -192,7 +181,7 @@ void mrib_route_show(vellum_handle_t handle, const char* source, const char* gro
   }
   // One record buffer for the whole view; the cycles zero it and decoding reuses it for every route.
   static mrib_route_pod record;
-  WalkContext walk{split_lists, detail, nsf, rates, {}, {}, 0};
+  WalkContext walk{split_lists, detail, nsf, rates};
   if (row->single_item) {
     show_one(handle, &record, &walk);
   } else {
