@@ -511,7 +511,8 @@ void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* 
   intf->ul_node = source.UnderlyingInterfaceNode;
   ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
   intf->uptime = source.Uptime;
-  ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
+  // Only the private lines show the modified attributes: a million routes need not format them unseen.
+  if (ostrel_private) ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
   intf->mdf.add_count = source.liAddRedistCount;
   intf->mdf.del_count = source.liDelRedistCount;
   intf->backup_fgid = source.BackupFgidAdded;

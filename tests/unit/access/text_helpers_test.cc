@@ -77,6 +77,17 @@ TEST(HexString, EightLowerCaseDigitsInDottedOrder) {
   EXPECT_DEATH(ip_maddr_hex_string(nullptr), "addr");
 }
 
+TEST(RouteKey, HexAddressesAndTheLengthOrNothing) {
+  mrib_addrtype source = address("10.0.0.1"), group = address("232.1.1.1", 1), odd = address("1.2.3.4", 9);
+  char key[64];
+  ASSERT_TRUE(ostrel_route_key(source, group, 32, key, sizeof key));
+  EXPECT_STREQ(key, "0a000001,e8010101,32");
+  ASSERT_TRUE(ostrel_route_key(group, source, -7, key, sizeof key));
+  EXPECT_STREQ(key, "e8010101,0a000001,-7");
+  EXPECT_FALSE(ostrel_route_key(source, odd, 32, key, sizeof key));
+  EXPECT_FALSE(ostrel_route_key(source, group, 32, key, 20));
+}
+
 TEST(CtidText, ByType) {
   mrib_ctid_pod ctid{0, 0};
   EXPECT_STREQ(ostrel_ctid_text(&ctid), "*");
