@@ -102,6 +102,11 @@ const char* ip_maddr_hex_string(const void* addr) {
   return slot;
 }
 
+const char* ip_maddr_dotted_string(const void* addr) {
+  OSTREL_ASSERT(addr != nullptr, "addr", kMcastAddrSource);
+  return ux_inet_ntop(AF_INET, addr, next_slot(hex_ring, hex_index), 16);
+}
+
 bool ostrel_route_key(const mrib_addrtype& first, const mrib_addrtype& second, int length, char* key,
                       size_t size) {
   const uint8_t* a = mrib_pod_addr_bytes(&first);

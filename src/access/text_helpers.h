@@ -26,6 +26,10 @@ const uint8_t* mrib_pod_addr_bytes(const mrib_addrtype* addr);
 // first (10.0.0.1 gives "0a000001"), in the next of five 16-byte slots.
 const char* ip_maddr_hex_string(const void* addr);
 
+// The dotted IPv4 text of the four bytes at `addr`, in the next slot of the ring that ip_maddr_hex_string()
+// fills: the outgoing-list view shares that ring between its keys and its addresses.
+const char* ip_maddr_dotted_string(const void* addr);
+
 // Views print addresses of any family without stopping a listing: an address of a family this program does
 // not know reads "<unknown AF n>" rather than bytes that would mean nothing. For families 0 and 1 this is
 // mrib_pod_addr_print().

@@ -77,19 +77,12 @@ void print_entry(void* record, void*) {
   mrib_route_print_ole(static_cast<const mrib_route_ole_pod*>(record));
 }
 
-// The dotted text of `bytes`, written into the next slot of the ring that ip_maddr_hex_string() fills: that
-// call hands out (and returns) the slot, which this printer then overwrites with the dotted form.
-const char* dotted_in_hex_ring(const uint8_t* bytes) {
-  char* slot = const_cast<char*>(ip_maddr_hex_string(bytes));
-  return ux_inet_ntop(AF_INET, bytes, slot, 16);
-}
-
 // An address as this line shows it; `zero_text` stands for the address 0 when given.
 const char* address_text(const mrib_addrtype* addr, const char* zero_text) {
   const uint8_t* bytes = mrib_pod_addr_bytes(addr);
   if (bytes == nullptr) return ostrel_addr_text(addr);
   if (zero_text != nullptr && mrib_pod_addr_is_any(addr)) return zero_text;
-  return dotted_in_hex_ring(bytes);
+  return ip_maddr_dotted_string(bytes);
 }
 
 // The key after which the next batch starts: the entry's source and group in hexadecimal and its prefix

@@ -77,6 +77,16 @@ TEST(HexString, EightLowerCaseDigitsInDottedOrder) {
   EXPECT_DEATH(ip_maddr_hex_string(nullptr), "addr");
 }
 
+TEST(HexString, DottedTextsShareTheRing) {
+  mrib_addrtype a = address("224.0.0.1");
+  const char* dotted = ip_maddr_dotted_string(&a.IPV4Address);
+  EXPECT_STREQ(dotted, "224.0.0.1");
+  const char* later = nullptr;
+  for (int i = 0; i < 5; ++i) later = ip_maddr_hex_string(&a.IPV4Address);
+  EXPECT_EQ(later, dotted);
+  EXPECT_STREQ(dotted, "e0000001");
+}
+
 TEST(RouteKey, HexAddressesAndTheLengthOrNothing) {
   mrib_addrtype source = address("10.0.0.1"), group = address("232.1.1.1", 1), odd = address("1.2.3.4", 9);
   char key[64];
