@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <utility>
 
 #include "access/assert.h"
 #include "access/switches.h"
@@ -115,18 +116,23 @@ bool applies(When when) {
   return false;
 }
 
-template <typename Attr, size_t N>
-int format_flags(char* buf, int size, const Attr& attr, const FlagRow<Attr> (&rows)[N]) {
+// One row's step of the walk. The rows are constants, so the walk below unrolls into one test per row: a
+// route prints a flag text per interface, and a loop over member pointers cost more than the texts.
+template <typename Attr, const FlagRow<Attr>& row>
+inline void format_row(const Attr& attr, char* buf, char*& pos, int& room) {
+  if (attr.*row.field == 0 || !applies(row.shown)) return;
+  // mrib_snprintf stores no more than the room and returns what it stored, so pos never passes the end.
+  int written = mrib_snprintf(pos, room, "%s%s", pos == buf ? "" : " ", row.mnemonic);
+  pos += written;
+  room -= written;
+}
+
+template <typename Attr, size_t N, const FlagRow<Attr> (&rows)[N], size_t... I>
+int format_flags(char* buf, int size, const Attr& attr, std::index_sequence<I...>) {
   buf[0] = '\0';
   char* pos = buf;
   int room = size;
-  for (const FlagRow<Attr>& row : rows) {
-    if (attr.*row.field == 0 || !applies(row.shown)) continue;
-    // mrib_snprintf stores no more than the room and returns what it stored, so pos never passes the end.
-    int written = mrib_snprintf(pos, room, "%s%s", pos == buf ? "" : " ", row.mnemonic);
-    pos += written;
-    room -= written;
-  }
+  (format_row<Attr, rows[I]>(attr, buf, pos, room), ...);
   return static_cast<int>(pos - buf);
 }
 
@@ -144,13 +150,15 @@ int ostrel_fmt_entry_flags(char* buf, int size, const mrib_attrib_entry_pod* att
   OSTREL_ASSERT(buf != nullptr, "buf != NULL", kFlagsSource);
   OSTREL_ASSERT(attr != nullptr, "attr != NULL", kFlagsSource);
   if (size < 1) return 0;
-  return format_flags(buf, size, *attr, kEntryRows);
+  return format_flags<mrib_attrib_entry_pod, std::size(kEntryRows), kEntryRows>(
+      buf, size, *attr, std::make_index_sequence<std::size(kEntryRows)>());
 }
 
 int ostrel_fmt_intf_flags(char* buf, int size, const mrib_attrib_intrf_pod* attr) {
   OSTREL_ASSERT(buf != nullptr, "buf != NULL", kFlagsSource);
   OSTREL_ASSERT(attr != nullptr, "attr != NULL", kFlagsSource);
-  return format_flags(buf, size, *attr, kIntfRows);
+  return format_flags<mrib_attrib_intrf_pod, std::size(kIntfRows), kIntfRows>(
+      buf, size, *attr, std::make_index_sequence<std::size(kIntfRows)>());
 }
 
 uint32_t ostrel_entry_flags_any(const mrib_attrib_entry_pod* attr) {

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "access/out_line.h"
 #include "access/session.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
@@ -61,14 +62,14 @@ bool known_family(const mrib_addrtype& addr) {
 
 // ---- 1. Header line --------------------------------------------------------------------------------------
 
-// The header line being built: every append goes at the current length, bounded by the room left.
+// The header line being built: every append goes at the current length, bounded by the room left. The
+// blank line before it and its newline sit around the 512 bytes, so the finished line goes out in one write.
 class HeaderLine {
  public:
   static constexpr int kSize = 512;
 
   // False once any piece has not fit; the line is then abandoned.
   bool ok() const { return ok_; }
-  const char* text() const { return text_; }
 
   void set_length(int length) {
     if (length < 0) ok_ = false;
@@ -79,17 +80,36 @@ class HeaderLine {
     if (!ok_) return;
     va_list args;
     va_start(args, format);
-    int written = std::vsnprintf(text_ + used_, room(), format, args);
+    int written = std::vsnprintf(buffer() + used_, room(), format, args);
     va_end(args);
     advance(written);
   }
 
-  void append_entry_flags(const mrib_attrib_entry_pod& attributes) {
+  // A plain piece, held to the same room rule as a formatted one.
+  void append_text(const char* text) {
     if (!ok_) return;
-    advance(ostrel_fmt_entry_flags(text_ + used_, room(), &attributes));
+    size_t length = std::strlen(text);
+    if (length >= static_cast<size_t>(room())) {
+      ok_ = false;
+      return;
+    }
+    std::memcpy(buffer() + used_, text, length + 1);
+    used_ += static_cast<int>(length);
   }
 
-  char* buffer() { return text_; }
+  void append_entry_flags(const mrib_attrib_entry_pod& attributes) {
+    if (!ok_) return;
+    advance(ostrel_fmt_entry_flags(buffer() + used_, room(), &attributes));
+  }
+
+  char* buffer() { return framed_ + 1; }
+
+  // Writes a blank line, then the line. REQUIRES: ok().
+  void print() {
+    framed_[0] = '\n';
+    framed_[used_ + 1] = '\n';
+    std::fwrite(framed_, 1, static_cast<size_t>(used_) + 2, stdout);
+  }
 
  private:
   int room() const { return kSize - used_; }
@@ -101,7 +121,7 @@ class HeaderLine {
     used_ += written;
   }
 
-  char text_[kSize] = "";
+  char framed_[kSize + 2];
   int used_ = 0;
   bool ok_ = true;
 };
@@ -134,10 +154,11 @@ bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
   if (route.RPFTableID != 0) {
     line.append(" RPF TID: 0x%x", route.RPFTableID);
   } else if (attributes.IsRPFNeighborPresent) {
-    line.append(" RPF nbr: %s", ostrel_addr_text(&route.RPFNeighbor));
+    line.append_text(" RPF nbr: ");
+    line.append_text(ostrel_addr_text(&route.RPFNeighbor));
   }
   if (ostrel_entry_flags_any(&attributes)) {
-    line.append(" Flags: ");
+    line.append_text(" Flags: ");
     line.append_entry_flags(attributes);
   }
   if (detail && route.Annotation != nullptr && route.Annotation[0] != '\0')
@@ -149,7 +170,7 @@ bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
     std::fputs(kOverflow, stderr);
     return false;
   }
-  std::printf("\n%s\n", line.text());
+  line.print();
   return true;
 }
 
@@ -194,18 +215,20 @@ void print_details(const mrib_route_pod& route, bool detail) {
   // The uptime line gathers the expired-database mark, the MoFRR origin and the private node fields; the
   // MoFRR part ends the line itself, so a MoFRR route's node fields (or newline) stand on a line of their
   // own.
-  std::printf("  Up: %s", uptime_text(route.Uptime));
-  if (detail && route.InExpiredDB) std::fputs(", Present in AMT Expired DB", stdout);
+  OstrelLine line;
+  line.add("  Up: ").add(uptime_text(route.Uptime));
+  if (detail && route.InExpiredDB) line.add(", Present in AMT Expired DB");
   if (attributes.MOFRRPrimary || attributes.MOFRRBackup) {
-    std::printf(", Orig Route: (%s, %s)\n", ostrel_addr_text(&route.OrigSource),
-                ostrel_addr_text(&route.GroupRange.GroupPrefix));
+    line.add(", Orig Route: (").add(ostrel_addr_text(&route.OrigSource)).add(", ");
+    line.add(ostrel_addr_text(&route.GroupRange.GroupPrefix)).add(")\n");
   }
   if (ostrel_private) {
-    std::printf(", Route node: 0x%lx, In PD retry list: %c\n", route.RouteNode,
-                route.InPDRetryList ? 'Y' : 'N');
+    line.addf(", Route node: 0x%lx, In PD retry list: %c\n", route.RouteNode,
+              route.InPDRetryList ? 'Y' : 'N');
   } else {
-    std::putchar('\n');
+    line.add('\n');
   }
+  line.emit();
 
   if (attributes.IsMDTInterfaceSpecialOn) {
     std::printf("  MDT IFH:  0x%x%s\n", route.MDT_InterfaceHandle,
@@ -355,41 +378,39 @@ void release_entry(list_element* element) {
 
 // ---- 4. The interface line -------------------------------------------------------------------------------
 
-void print_underlying(const ostrel_intf_entry& intf) {
+void add_underlying(const ostrel_intf_entry& intf, OstrelLine* line) {
   char slot[80];
   if (intf.ul_node != kUnset && fapid_to_str_external(intf.ul_node, slot, sizeof slot - 1) == kCerrOk) {
     if (ostrel_private) {
-      std::printf("(%s, 0x%x) ", slot, intf.ul_handle);
+      line->addf("(%s, 0x%x) ", slot, intf.ul_handle);
     } else {
-      std::putchar('(');
-      std::fputs(slot, stdout);
-      std::fputs(") ", stdout);
+      line->add('(').add(slot).add(") ");
     }
   } else if (ostrel_private) {
-    std::printf("(UL node unknown, 0x%x) ", intf.ul_handle);
+    line->addf("(UL node unknown, 0x%x) ", intf.ul_handle);
   } else {
-    std::fputs("(UL node unknown) ", stdout);
+    line->add("(UL node unknown) ");
   }
 }
 
-// What -D and -P add to the end of the interface's first line, and the line's end.
-void print_platform_part(const ostrel_intf_entry& intf) {
+// What -D and -P add to the end of the interface's first line.
+void add_platform_part(const ostrel_intf_entry& intf, OstrelLine* line) {
   if (intf.head_lsm_id != 0) {
-    std::printf(", Head LSM-ID: 0x%05x", intf.head_lsm_id);
+    line->addf(", Head LSM-ID: 0x%05x", intf.head_lsm_id);
   } else if (intf.type == 0 && (intf.src != 0 || intf.nexthop_or_group != 0)) {
     char source[16], group[16];
-    std::printf(", Enc: (%s,%s)", inet_ntoa_r(intf.src, source, sizeof source),
-                inet_ntoa_r(intf.nexthop_or_group, group, sizeof group));
+    line->add(", Enc: (")
+        .add(inet_ntoa_r(intf.src, source, sizeof source))
+        .add(',')
+        .add(inet_ntoa_r(intf.nexthop_or_group, group, sizeof group))
+        .add(')');
   }
-  if (!ostrel_private) {
-    std::putchar('\n');
-    return;
-  }
-  std::printf(", type %u, Ptrs: 0x%lx, 0x%lx  0x%lx 0x%lx 0x%lx", intf.type, intf.intf_ptr,
-              intf.next_encap_ptr, intf.regdb_ptr, intf.next_regdb, intf.prev_regdb);
-  if (intf.link_ptr != 0) std::printf("0x%lx(l) ", intf.link_ptr);
-  std::printf(", Bundle Ptrs: 0x%lx(vp), 0x%lx(vn)  0x%lx(pp)  0x%lx(pn)\n", intf.prev_virt, intf.next_virt,
-              intf.next_phys, intf.prev_phys);
+  if (!ostrel_private) return;
+  line->addf(", type %u, Ptrs: 0x%lx, 0x%lx  0x%lx 0x%lx 0x%lx", intf.type, intf.intf_ptr,
+             intf.next_encap_ptr, intf.regdb_ptr, intf.next_regdb, intf.prev_regdb);
+  if (intf.link_ptr != 0) line->addf("0x%lx(l) ", intf.link_ptr);
+  line->addf(", Bundle Ptrs: 0x%lx(vp), 0x%lx(vn)  0x%lx(pp)  0x%lx(pn)", intf.prev_virt, intf.next_virt,
+             intf.next_phys, intf.prev_phys);
 }
 
 void print_private_lines(const ostrel_intf_entry& intf, const char* evpn_annot) {
@@ -421,34 +442,27 @@ void mrib_route_print(const mrib_route_pod* route, bool split_lists, bool detail
 void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bool show_ul,
                            const char* evpn_annot) {
   bool amt = intf.type == kOstrelIntfTypeAmt;
+  OstrelLine line;
+  line.add(prefix);
   if (amt) {
     char gateway[16];
-    std::printf("%sAMT Gateway: %s/%u, %s ", prefix, inet_ntoa_r(intf.amt_gateway, gateway, sizeof gateway),
-                intf.amt_port, intf.name);
-  } else {
-    std::fputs(prefix, stdout);
-    std::fputs(intf.name, stdout);
-    std::putchar(' ');
+    line.add("AMT Gateway: ").add(inet_ntoa_r(intf.amt_gateway, gateway, sizeof gateway));
+    line.addf("/%u, ", intf.amt_port);
   }
-  if ((show_ul || amt) && intf.ul_handle != 0) print_underlying(intf);
-  if (intf.flags[0] != '\0') {
-    std::fputs("Flags: ", stdout);
-    std::fputs(intf.flags, stdout);
-  }
-  std::fputs(", Up: ", stdout);
-  std::fputs(uptime_text(intf.uptime), stdout);
-  if (ostrel_platform_detail || ostrel_private) {
-    print_platform_part(intf);
-  } else {
-    std::putchar('\n');
-  }
+  line.add(intf.name).add(' ');
+  if ((show_ul || amt) && intf.ul_handle != 0) add_underlying(intf, &line);
+  if (intf.flags[0] != '\0') line.add("Flags: ").add(intf.flags);
+  line.add(", Up: ").add(uptime_text(intf.uptime));
+  if (ostrel_platform_detail || ostrel_private) add_platform_part(intf, &line);
+  line.add('\n');
   if (amt) {
     char source[16], nexthop[16];
-    std::printf("%s    Src:%s, NH: %s, MTU/TOS/TTL: %u/%u/%u, AMT-ID: %05d\n", prefix,
-                inet_ntoa_r(intf.src, source, sizeof source),
-                inet_ntoa_r(intf.nexthop_or_group, nexthop, sizeof nexthop), intf.amt_mtu, intf.amt_tos,
-                intf.amt_ttl, intf.amt_id);
+    line.add(prefix).add("    Src:").add(inet_ntoa_r(intf.src, source, sizeof source));
+    line.add(", NH: ").add(inet_ntoa_r(intf.nexthop_or_group, nexthop, sizeof nexthop));
+    line.addf(", MTU/TOS/TTL: %u/%u/%u, AMT-ID: %05d\n", intf.amt_mtu, intf.amt_tos, intf.amt_ttl,
+              intf.amt_id);
   }
+  line.emit();
   if (ostrel_private) print_private_lines(intf, evpn_annot);
 }
 
@@ -503,15 +517,16 @@ void OstrelIntfList::print_and_release(const char* prefix, bool show_ul) {
 }
 
 // The longest interface flag text (all 27 mnemonics) is 86 characters, so the entry's own flag field holds
-// what the formatter writes.
+// what the formatter writes. Every field is set here, so the entry is not cleared first: an interface line
+// is printed per interface of every route, and clearing 808 bytes each time cost more than filling them.
 void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
-  std::memset(intf, 0, sizeof *intf);
   sstrncpy(intf->name, ostrel_ifh_name(source.Interface, 0), 80);
   intf->ul_handle = source.UnderlyingInterface;
   intf->ul_node = source.UnderlyingInterfaceNode;
   ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
   intf->uptime = source.Uptime;
   // Only the private lines show the modified attributes: a million routes need not format them unseen.
+  intf->mdf.text[0] = '\0';
   if (ostrel_private) ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
   intf->mdf.add_count = source.liAddRedistCount;
   intf->mdf.del_count = source.liDelRedistCount;
@@ -537,6 +552,8 @@ void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* 
   intf->next_virt = source.NextVirutalInterfacePointer;
   intf->next_phys = source.NextPhysicalInterfacePointer;
   intf->prev_phys = source.PreviousPhysicalInterfacePointer;
+  intf->link_ptr = 0;
+  intf->evpn_annot[0] = '\0';
   if (source.InterfaceAttributes.EVPN_MH_Interface && source.EVPN_MH_Annot != nullptr)
     sstrncpy(intf->evpn_annot, source.EVPN_MH_Annot, sizeof intf->evpn_annot);
 }

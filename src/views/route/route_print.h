@@ -17,8 +17,8 @@ struct ostrel_intf_mdf {
 };
 
 // One interface as an interface line prints it. In split mode it is saved in an element of ostrel_intf_pool
-// (808 bytes); in record order one on the stack serves every interface of a route. Everything after the name
-// is zero unless set.
+// (808 bytes); in record order one on the stack serves every interface of a route. Texts are terminated
+// where they end; the bytes after a terminator mean nothing.
 struct ostrel_intf_entry {
   char name[81];
   uint32_t ul_handle;  // {UnderlyingInterface}
