@@ -30,7 +30,9 @@ int main(int argc, char** argv) {
   int bytes = std::atoi(argv[3]);
   if (bytes < 16) bytes = 16;
   sqlite3* db = nullptr;
-  if (sqlite3_open_v2(uri.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr) != SQLITE_OK)
+  // Opened as the simulated store opens it.
+  if (sqlite3_open_v2(uri.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX,
+                      nullptr) != SQLITE_OK)
     return fail(db, "open");
   sqlite3_stmt* batch = nullptr;
   const char* sql =

@@ -162,7 +162,9 @@ sqlite3* root_db() {
   root.db_tried = true;
   std::string file = root_dir() + "/" + kStoreFileName;
   sqlite3* db = nullptr;
-  int rc = sqlite3_open_v2(immutable_uri(file).c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, nullptr);
+  // One connection, used by one thread: SQLite need not lock it on every column read.
+  int rc = sqlite3_open_v2(immutable_uri(file).c_str(), &db,
+                           SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
   std::unique_ptr<sqlite3, DbCloser> owned(db);
   if (rc == SQLITE_OK && format_matches(db)) root.db = std::move(owned);
   return root.db.get();
