@@ -27,6 +27,17 @@ class OstrelLine {
     return *this;
   }
 
+  // The decimal digits of `value`, as "%lu" writes them; counters and rates are printed by the million.
+  OstrelLine& add(uint64_t value) {
+    char digits[20];
+    char* first = digits + sizeof digits;
+    do {
+      *--first = static_cast<char>('0' + value % 10);
+      value /= 10;
+    } while (value != 0);
+    return add(std::string_view(first, static_cast<size_t>(digits + sizeof digits - first)));
+  }
+
   // printf formatting for the rarer pieces (counters, pointers under the private switch).
   OstrelLine& addf(const char* format, ...) __attribute__((format(printf, 2, 3))) {
     va_list args;
@@ -50,4 +61,65 @@ class OstrelLine {
  private:
   char text_[kCapacity + 1];
   size_t used_ = 0;
+};
+
+// A line built in a fixed buffer of N bytes under the rule that a piece which does not fit abandons the
+// whole line: a cut designation or flag text would name something else. The blank line before it and its
+// newline sit around the buffer, so the finished line goes out in one write.
+template <int N>
+class OstrelBoundedLine {
+ public:
+  static constexpr int kSize = N;
+
+  // False once any piece has not fit.
+  bool ok() const { return ok_; }
+  char* buffer() { return framed_ + 1; }
+  // Where the next piece goes, and the room it has there.
+  char* end() { return buffer() + used_; }
+  int room() const { return kSize - used_; }
+
+  // Takes the length of what a writer put at buffer(); a negative length abandons the line.
+  void set_length(int length) {
+    if (length < 0) ok_ = false;
+    used_ = length < 0 ? 0 : length;
+  }
+
+  // Takes the count that a writer given end() and room() returned: a negative count, or one not smaller
+  // than the room, abandons the line.
+  bool advance(int written) {
+    if (!ok_ || written < 0 || written >= room()) return ok_ = false;
+    used_ += written;
+    return true;
+  }
+
+  bool append(const char* format, ...) __attribute__((format(printf, 2, 3))) {
+    if (!ok_) return false;
+    va_list args;
+    va_start(args, format);
+    int written = std::vsnprintf(end(), static_cast<size_t>(room()), format, args);
+    va_end(args);
+    return advance(written);
+  }
+
+  // A plain piece, under the same rule as a formatted one.
+  bool append_text(const char* text) {
+    if (!ok_) return false;
+    size_t length = std::strlen(text);
+    if (length >= static_cast<size_t>(room())) return ok_ = false;
+    std::memcpy(end(), text, length + 1);
+    used_ += static_cast<int>(length);
+    return true;
+  }
+
+  // Writes a blank line, then the line. REQUIRES: ok().
+  void print(FILE* out = stdout) {
+    framed_[0] = '\n';
+    framed_[used_ + 1] = '\n';
+    std::fwrite(framed_, 1, static_cast<size_t>(used_) + 2, out);
+  }
+
+ private:
+  char framed_[kSize + 2];
+  int used_ = 0;
+  bool ok_ = true;
 };

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "access/out_line.h"
 #include "access/pod_descriptors.h"
 #include "access/query.h"
 #include "access/text_helpers.h"
@@ -34,30 +35,8 @@ constexpr int kMibResumeLength = 32;
 constexpr uint32_t kFirstHiddenGroup = 1;
 constexpr uint32_t kLastHiddenGroup = 5;
 
-// The header line of one entry: every append goes at the current length, bounded by the room left.
-class MibLine {
- public:
-  static constexpr int kSize = 256;
-
-  char* buffer() { return text_; }
-  const char* text() const { return text_; }
-  void set_length(int length) { used_ = length; }
-
-  // False when the piece does not fit; the line is then to be abandoned.
-  [[nodiscard]] bool append(const char* format, ...) __attribute__((format(printf, 2, 3))) {
-    va_list args;
-    va_start(args, format);
-    int written = std::vsnprintf(text_ + used_, kSize - used_, format, args);
-    va_end(args);
-    if (written < 0 || written >= kSize - used_) return false;
-    used_ += written;
-    return true;
-  }
-
- private:
-  char text_[kSize] = "";
-  int used_ = 0;
-};
+// The header line of one entry: 256 bytes, abandoned whole when a piece does not fit.
+using MibLine = OstrelBoundedLine<256>;
 
 // The 32-bit value of an address of family 0 or 1, in network byte order.
 uint32_t address_word(const mrib_addrtype& addr) {
@@ -101,13 +80,13 @@ bool append_details(const mrib_route_pod& route, MibLine* line) {
   const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
   bool fits = true;
   if (attributes.IsRPFNeighborPresent)
-    fits = line->append(" RPF nbr: %s", ostrel_addr_text(&route.RPFNeighbor));
+    fits = line->append_text(" RPF nbr: ") && line->append_text(ostrel_addr_text(&route.RPFNeighbor));
   // The flag texts go through buffers of their own: written straight into the line, a text cut at the
   // line's end would not show as an overflow.
   char flags[256];
   if (fits && ostrel_entry_flags_any(&attributes)) {
     ostrel_fmt_entry_flags(flags, sizeof flags, &attributes);
-    fits = line->append(" Flags: %s", flags);
+    fits = line->append_text(" Flags: ") && line->append_text(flags);
   }
   if (!fits) {
     std::fputs(kOverflow, stderr);
@@ -115,7 +94,7 @@ bool append_details(const mrib_route_pod& route, MibLine* line) {
   }
   if (ostrel_entry_flags_any(&route.EntryAttrMdf)) {
     ostrel_fmt_entry_flags(flags, sizeof flags, &route.EntryAttrMdf);
-    if (!line->append(" mdf_mask: %s", flags)) {
+    if (!line->append_text(" mdf_mask: ") || !line->append_text(flags)) {
       std::fputs(kMdfOverflow, stderr);
       return false;
     }
@@ -214,7 +193,7 @@ void mrib_mib_print(const mrib_route_pod* route) {
     return;
   }
   if (!append_details(*route, &line)) return;
-  std::printf("\n%s\n", line.text());
+  line.print();
   if (route->Interfaces.count != 0) print_interfaces(*route);
 }
 

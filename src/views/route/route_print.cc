@@ -62,69 +62,8 @@ bool known_family(const mrib_addrtype& addr) {
 
 // ---- 1. Header line --------------------------------------------------------------------------------------
 
-// The header line being built: every append goes at the current length, bounded by the room left. The
-// blank line before it and its newline sit around the 512 bytes, so the finished line goes out in one write.
-class HeaderLine {
- public:
-  static constexpr int kSize = 512;
-
-  // False once any piece has not fit; the line is then abandoned.
-  bool ok() const { return ok_; }
-
-  void set_length(int length) {
-    if (length < 0) ok_ = false;
-    used_ = length < 0 ? 0 : length;
-  }
-
-  void append(const char* format, ...) __attribute__((format(printf, 2, 3))) {
-    if (!ok_) return;
-    va_list args;
-    va_start(args, format);
-    int written = std::vsnprintf(buffer() + used_, room(), format, args);
-    va_end(args);
-    advance(written);
-  }
-
-  // A plain piece, held to the same room rule as a formatted one.
-  void append_text(const char* text) {
-    if (!ok_) return;
-    size_t length = std::strlen(text);
-    if (length >= static_cast<size_t>(room())) {
-      ok_ = false;
-      return;
-    }
-    std::memcpy(buffer() + used_, text, length + 1);
-    used_ += static_cast<int>(length);
-  }
-
-  void append_entry_flags(const mrib_attrib_entry_pod& attributes) {
-    if (!ok_) return;
-    advance(ostrel_fmt_entry_flags(buffer() + used_, room(), &attributes));
-  }
-
-  char* buffer() { return framed_ + 1; }
-
-  // Writes a blank line, then the line. REQUIRES: ok().
-  void print() {
-    framed_[0] = '\n';
-    framed_[used_ + 1] = '\n';
-    std::fwrite(framed_, 1, static_cast<size_t>(used_) + 2, stdout);
-  }
-
- private:
-  int room() const { return kSize - used_; }
-  void advance(int written) {
-    if (written < 0 || written >= room()) {
-      ok_ = false;
-      return;
-    }
-    used_ += written;
-  }
-
-  char framed_[kSize + 2];
-  int used_ = 0;
-  bool ok_ = true;
-};
+// The header line: 512 bytes, abandoned whole when a piece does not fit.
+using HeaderLine = OstrelBoundedLine<512>;
 
 // The entry designation. The platform names only IPv4 keys; an address of a family this program does not
 // know is named by its family instead, so that one odd record does not end the listing.
@@ -159,7 +98,7 @@ bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
   }
   if (ostrel_entry_flags_any(&attributes)) {
     line.append_text(" Flags: ");
-    line.append_entry_flags(attributes);
+    if (line.ok()) line.advance(ostrel_fmt_entry_flags(line.end(), line.room(), &attributes));
   }
   if (detail && route.Annotation != nullptr && route.Annotation[0] != '\0')
     line.append(", %s", route.Annotation);
@@ -266,30 +205,36 @@ void print_record_order(const mrib_route_pod& route) {
   }
 }
 
+// The rate blocks are a dozen counter lines per node and interface: each is assembled in one OstrelLine.
 void print_incoming_rates(const mrib_incoming_rate_pod& rates) {
   char node[80];
-  std::printf("    Node Rate (%s):    %lu pps / %lu bps\n", node_text(rates.NodeID, node),
-              rates.PacketsInRate, rates.BitsInRate);
-  std::printf("      HW Incoming count: %lu packets\n", rates.HardwareIngressFwd);
-  std::printf("      HW Drop count:     %lu packets\n", rates.HardwareIngressDrop);
+  OstrelLine line;
+  line.add("    Node Rate (").add(node_text(rates.NodeID, node)).add("):    ");
+  line.add(rates.PacketsInRate).add(" pps / ").add(rates.BitsInRate).add(" bps\n");
+  line.add("      HW Incoming count: ").add(rates.HardwareIngressFwd).add(" packets\n");
+  line.add("      HW Drop count:     ").add(rates.HardwareIngressDrop).add(" packets\n");
+  line.emit();
 }
 
 // One interface's counters; false when they are not valid and "N/A" was printed instead.
 bool print_interface_stat(const mrib_out_intrf_stat_pod& stat) {
-  std::printf("        Interface : %s\n", ostrel_ifh_name(stat.InterfaceHandle, 0));
+  OstrelLine line;
+  line.add("        Interface : ").add(ostrel_ifh_name(stat.InterfaceHandle, 0)).add('\n');
   if (stat.IsHardwareEgressOutputCounterValidOnInterface != 1 || stat.InterfaceHandle == 0) {
-    std::fputs("            Outgoing Packet Rate (PPS rate / BPS rate): N/A\n", stdout);
-    std::fputs("            HW Forwarding count (pkts): N/A packets\n", stdout);
-    std::fputs("            HW Drop count: N/A packets\n", stdout);
+    line.add("            Outgoing Packet Rate (PPS rate / BPS rate): N/A\n");
+    line.add("            HW Forwarding count (pkts): N/A packets\n");
+    line.add("            HW Drop count: N/A packets\n");
+    line.emit();
     return false;
   }
-  std::printf("            Outgoing Packet Rate (PPS rate / BPS rate): %lu / %lu\n", stat.PacketsOutRate,
-              stat.BitsSOutRate);
-  std::printf("            HW Forwarding count (pkts): %lu packets\n", stat.HardwareEgressPacketsOut);
-  std::printf("            HW Forwarding count (bits): %lu bytes\n", stat.HardwareEgressBytesOut);
+  line.add("            Outgoing Packet Rate (PPS rate / BPS rate): ").add(stat.PacketsOutRate);
+  line.add(" / ").add(stat.BitsSOutRate).add('\n');
+  line.add("            HW Forwarding count (pkts): ").add(stat.HardwareEgressPacketsOut).add(" packets\n");
+  line.add("            HW Forwarding count (bits): ").add(stat.HardwareEgressBytesOut).add(" bytes\n");
   // The drop line ends with a blank after its newline, which the next line then starts with.
   if (stat.IsHardwareEgressDropCounterValidOnInterface == 1)
-    std::printf("          HW Drop count: %lu packets\n ", stat.HardwareEgressPacketsDrop);
+    line.add("          HW Drop count: ").add(stat.HardwareEgressPacketsDrop).add(" packets\n ");
+  line.emit();
   return true;
 }
 
@@ -297,11 +242,13 @@ void print_outgoing_rates(const pod_array<mrib_outgoing_rate_pod>& nodes) {
   char node[80];
   for (uint64_t i = 0; i < nodes.count; ++i) {
     const mrib_outgoing_rate_pod& rates = nodes.data[i];
-    std::printf("    Node Rate (%s):      %lu pps / %lu bps\n", node_text(rates.NodeID, node),
-                rates.PacketsOutRate, rates.BitsOutRate);
-    std::printf("      HW Forwarding count: %lu packets\n", rates.HardwareEgressFwd);
-    std::printf("      HW Drop count:       %lu packets\n", rates.HardwareEgressDrop);
-    std::fputs("      Interface Rates:\n", stdout);
+    OstrelLine line;
+    line.add("    Node Rate (").add(node_text(rates.NodeID, node)).add("):      ");
+    line.add(rates.PacketsOutRate).add(" pps / ").add(rates.BitsOutRate).add(" bps\n");
+    line.add("      HW Forwarding count: ").add(rates.HardwareEgressFwd).add(" packets\n");
+    line.add("      HW Drop count:       ").add(rates.HardwareEgressDrop).add(" packets\n");
+    line.add("      Interface Rates:\n");
+    line.emit();
     bool shown = false;
     for (uint64_t k = 0; k < rates.InterfaceStats.count; ++k)
       shown = print_interface_stat(rates.InterfaceStats.data[k]) || shown;
