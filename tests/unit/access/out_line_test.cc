@@ -1,0 +1,89 @@
+#include "access/out_line.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+// What a line writes to a stream, read back.
+template <typename Line>
+std::string printed(Line& line) {
+  char* text = nullptr;
+  size_t size = 0;
+  FILE* out = open_memstream(&text, &size);
+  line.print(out);
+  std::fclose(out);
+  std::string result(text, size);
+  std::free(text);
+  return result;
+}
+
+TEST(OstrelLine, CountersReadAsPrintfWritesThem) {
+  OstrelLine line;
+  line.add(uint64_t{0}).add(' ').add(uint64_t{7}).add(' ').add(uint64_t{1000}).add(' ');
+  line.add(UINT64_MAX);
+  EXPECT_EQ(line.text(), "0 7 1000 18446744073709551615");
+}
+
+TEST(OstrelLine, PiecesAndFormatsJoinAndAWriteStartsAFreshLine) {
+  char* text = nullptr;
+  size_t size = 0;
+  FILE* out = open_memstream(&text, &size);
+  OstrelLine line;
+  line.add("  Gi0/0/0/1").add(' ').addf("0x%05x", 0x12).add('\n');
+  line.emit(out);
+  line.add("next\n");
+  line.emit(out);
+  std::fclose(out);
+  EXPECT_EQ(std::string(text, size), "  Gi0/0/0/1 0x00012\nnext\n");
+  std::free(text);
+}
+
+TEST(OstrelLine, APieceBeyondTheCapacityIsCutThere) {
+  OstrelLine line;
+  std::string long_piece(OstrelLine::kCapacity - 3, 'x');
+  line.add(long_piece).add("abcdef").add('g').addf("%d", 12345);
+  EXPECT_EQ(line.text(), long_piece + "abc");
+}
+
+TEST(OstrelBoundedLine, PiecesThatFitArePrintedAfterABlankLine) {
+  OstrelBoundedLine<32> line;
+  line.set_length(std::snprintf(line.buffer(), 32, "(*,232.0.0.1)"));
+  EXPECT_TRUE(line.append_text(" Flags: "));
+  EXPECT_TRUE(line.append("%s", "S"));
+  EXPECT_EQ(printed(line), "\n(*,232.0.0.1) Flags: S\n");
+}
+
+// A piece of exactly the room left does not fit: its terminator would not.
+TEST(OstrelBoundedLine, APieceThatDoesNotFitAbandonsTheLineForGood) {
+  OstrelBoundedLine<16> text_line;
+  text_line.set_length(10);
+  EXPECT_FALSE(text_line.append_text("123456"));
+  EXPECT_FALSE(text_line.ok());
+  EXPECT_FALSE(text_line.append_text("1"));
+
+  OstrelBoundedLine<16> format_line;
+  format_line.set_length(10);
+  EXPECT_TRUE(format_line.append("%d", 12345));
+  EXPECT_TRUE(format_line.append("%s", ""));  // the room is now 1, which only an empty piece fits
+  EXPECT_FALSE(format_line.append("%d", 1));
+  EXPECT_FALSE(format_line.ok());
+}
+
+TEST(OstrelBoundedLine, AWriterReportingTooMuchOrAFailureAbandonsTheLine) {
+  OstrelBoundedLine<16> line;
+  line.set_length(4);
+  EXPECT_TRUE(line.advance(11));
+  EXPECT_FALSE(line.advance(1));  // room 1: a count not smaller than the room
+
+  OstrelBoundedLine<16> failed;
+  failed.set_length(-1);
+  EXPECT_FALSE(failed.ok());
+  EXPECT_FALSE(failed.append_text(""));
+}
+
+}  // namespace
