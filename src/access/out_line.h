@@ -38,6 +38,12 @@ class OstrelLine {
     return add(std::string_view(first, static_cast<size_t>(digits + sizeof digits - first)));
   }
 
+  // As "%d" or "%ld" writes a signed value.
+  OstrelLine& add_signed(int64_t value) {
+    if (value < 0) add('-');
+    return add(value < 0 ? uint64_t{0} - static_cast<uint64_t>(value) : static_cast<uint64_t>(value));
+  }
+
   // printf formatting for the rarer pieces (counters, pointers under the private switch).
   OstrelLine& addf(const char* format, ...) __attribute__((format(printf, 2, 3))) {
     va_list args;

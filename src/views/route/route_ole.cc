@@ -8,6 +8,7 @@
 
 #include <cstdio>
 
+#include "access/out_line.h"
 #include "access/pod_descriptors.h"
 #include "access/query.h"
 #include "access/text_helpers.h"
@@ -131,21 +132,21 @@ void show_list(vellum_handle_t handle, mrib_route_ole_pod* record) {
 
 void mrib_route_print_ole(const mrib_route_ole_pod* route) {
   const mrib_group_rng_pod& range = route->GroupRange;
-  char length_text[12] = "";
-  if (range.GroupPrefixLength < 32)
-    std::snprintf(length_text, sizeof length_text, "%d", static_cast<int>(range.GroupPrefixLength));
-  const char* source = address_text(&route->Source, "*");
-  const char* group = address_text(&range.GroupPrefix, nullptr);
-  std::printf("(%s,%s%s%s), ", source, group, length_text[0] != '\0' ? "/" : "", length_text);
-
+  OstrelLine line;
+  line.add('(')
+      .add(address_text(&route->Source, "*"))
+      .add(',')
+      .add(address_text(&range.GroupPrefix, nullptr));
+  if (range.GroupPrefixLength < 32) line.add('/').add_signed(static_cast<int>(range.GroupPrefixLength));
   const char* uptime = sprint_dhms64(route->Uptime);
-  std::printf("Up:%s, ", uptime != nullptr ? uptime : "??:??:??");
-  std::printf("OIF count:%d, ", static_cast<int>(route->OLECount));
+  line.add("), Up:").add(uptime != nullptr ? uptime : "??:??:??");
+  line.add(", OIF count:").add_signed(static_cast<int>(route->OLECount)).add(", ");
   if (ostrel_entry_flags_any(&route->EntryAttributes)) {
     char flags[256];
     ostrel_fmt_entry_flags(flags, sizeof flags, &route->EntryAttributes);
-    std::printf("flags: %s\n", flags);
+    line.add("flags: ").add(flags).add('\n');
   }
+  line.emit();
 }
 
 void mrib_route_ole_show(vellum_handle_t handle, const char* source, const char* group, uint32_t group_plen) {

@@ -25,8 +25,8 @@ std::string printed(Line& line) {
 TEST(OstrelLine, CountersReadAsPrintfWritesThem) {
   OstrelLine line;
   line.add(uint64_t{0}).add(' ').add(uint64_t{7}).add(' ').add(uint64_t{1000}).add(' ');
-  line.add(UINT64_MAX);
-  EXPECT_EQ(line.text(), "0 7 1000 18446744073709551615");
+  line.add(UINT64_MAX).add(' ').add_signed(-1).add(' ').add_signed(INT64_MIN).add(' ').add_signed(42);
+  EXPECT_EQ(line.text(), "0 7 1000 18446744073709551615 -1 -9223372036854775808 42");
 }
 
 TEST(OstrelLine, PiecesAndFormatsJoinAndAWriteStartsAFreshLine) {
