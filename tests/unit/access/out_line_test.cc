@@ -1,6 +1,7 @@
 #include "access/out_line.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -41,6 +42,35 @@ TEST(OstrelLine, PiecesAndFormatsJoinAndAWriteStartsAFreshLine) {
   std::fclose(out);
   EXPECT_EQ(std::string(text, size), "  Gi0/0/0/1 0x00012\nnext\n");
   std::free(text);
+}
+
+TEST(OstrelWrite, KeepsOrderWithTheStreamsOtherWriters) {
+  char* text = nullptr;
+  size_t size = 0;
+  FILE* out = open_memstream(&text, &size);
+  std::fputs("a", out);
+  ostrel_write("bc", 2, out);
+  std::fprintf(out, "%d", 4);
+  std::string long_text(20000, 'x');  // more than the stream's buffer holds
+  ostrel_write(long_text.data(), long_text.size(), out);
+  std::fputs("z", out);
+  std::fclose(out);
+  EXPECT_EQ(std::string(text, size), "abc4" + long_text + "z");
+  std::free(text);
+}
+
+// An operator watching a line-buffered terminal sees each line as it is written.
+TEST(OstrelWrite, ALineBufferedStreamGetsEachLineAtOnce) {
+  FILE* out = std::tmpfile();
+  ASSERT_NE(out, nullptr);
+  std::setvbuf(out, nullptr, _IOLBF, 4096);
+  std::fputs("warm ", out);  // the stream now has its buffer
+  ostrel_write("up\n", 3, out);
+  ostrel_write("line\n", 5, out);
+  char seen[16] = "";
+  ASSERT_EQ(pread(fileno(out), seen, sizeof seen - 1, 0), 13);
+  EXPECT_STREQ(seen, "warm up\nline\n");
+  std::fclose(out);
 }
 
 TEST(OstrelLine, APieceBeyondTheCapacityIsCutThere) {
