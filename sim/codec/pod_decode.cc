@@ -1,9 +1,12 @@
 // pod_decode() and pod_free_indirections(): a record of the wire format into its decoded structure and back
-// to nothing. A cursor moves field by field through the compiled program; the first bad field ends the
-// decode, is named in pod_last_error(), and everything allocated so far is released.
+// to nothing. A record's fixed part is the structure's own image, so a value decodes as one copy, one masked
+// check that the bits that must be zero are zero, and fix-ups of its slots only: references become copies of
+// texts, arrays and pointer targets from the record's later parts, union case areas are checked against
+// their discriminator. Nothing on that path builds text: a refusal finds and names its field afterwards.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "platform/pod.h"
 #include "sim/cerr_codes.h"
@@ -25,222 +28,290 @@ struct Failure {
   std::vector<std::string> path;  // innermost first
 };
 
+// Where a byte of a value's image lies: the innermost field that holds it, or the field that the padding
+// holding it follows.
+struct Spot {
+  std::string path;
+  const Step* step = nullptr;
+  uint64_t offset = 0;  // of the step within the value
+  bool padding = false;
+};
+
+std::string join(const std::string& outer, const std::string& inner) {
+  if (outer.empty()) return inner;
+  if (inner.empty()) return outer;
+  return inner[0] == '[' ? outer + inner : outer + "." + inner;
+}
+
 class Decoder {
  public:
-  Decoder(const CompiledType& type, Reader& reader) : t_(type), r_(reader) {}
+  Decoder(const CompiledType& type, const unsigned char* data, uint32_t length, uint32_t cursor,
+          std::vector<void*>& owned)
+      : t_(type), data_(data), length_(length), cursor_(cursor), owned_(owned) {}
 
-  bool run(int32_t index, unsigned char* base, int depth) {
-    if (depth > kMaxDepth)
-      return fail(kPodCorrupt, "nested more than " + std::to_string(kMaxDepth) + " deep");
+  // Decodes the part at the cursor, `count` values of program `index` back to back, into `dest`; `indexed`
+  // when they are an array's elements, whose failures name the element.
+  bool part(int32_t index, unsigned char* dest, uint64_t count, bool indexed, int depth) {
+    if (depth > kMaxDepth) return fail(kPodCorrupt, "nested more than ", kMaxDepth, " deep");
     const Program& p = t_.program(index);
-    for (const DecodeOp& op : p.decode_plan) {
-      bool ok = true;
-      switch (op.code) {
-        case DecodeOp::kBools:
-          ok = bools(p, op, base);
-          break;
-        case DecodeOp::kCopy:
-          ok = copy(p, op, base);
-          break;
-        case DecodeOp::kStep: {
-          const Step& s = p.steps[op.first];
-          ok = step(s, base + s.offset, depth);
-          if (ok && s.selector >= 0) ok = check_selector(s, p.steps[static_cast<size_t>(s.selector)], base);
-          if (!ok) return failed_in(s);
-          break;
-        }
+    const uint64_t bytes = count * p.size;  // arrays bound their count by the bytes left before this
+    if (bytes > length_ - cursor_) return truncated_image(index, length_ - cursor_);
+    std::memcpy(dest, data_ + cursor_, bytes);
+    cursor_ += static_cast<uint32_t>(bytes);
+    if (p.has_mask) {
+      uint64_t bad = 0;
+      if (p.tile_count == 0) {
+        for (uint64_t e = 0; e < count; ++e) bad |= masked_bits(dest + e * p.size, p.mask.data(), p.size);
+      } else {
+        for (uint64_t e = 0; e < count; e += p.tile_count)
+          bad |= masked_bits(dest + e * p.size, p.tile.data(),
+                             std::min<uint64_t>(p.tile_count, count - e) * p.size);
       }
-      if (!ok) return false;
+      if (bad != 0) return unclean(index, dest, count, indexed);
+    }
+    if (p.slots.empty()) return true;
+    for (uint64_t e = 0; e < count; ++e) {
+      unsigned char* value = dest + e * p.size;
+      for (const Slot& s : p.slots) {
+        if (fix(s, value, depth)) continue;
+        if (!s.path.empty()) failure_.path.push_back(s.path);
+        if (indexed) failure_.path.push_back(element_key(e));
+        return false;
+      }
     }
     return true;
   }
 
+  uint32_t cursor() const { return cursor_; }
   Failure& failure() { return failure_; }
 
  private:
-  bool fail(cerr_t code, std::string what) {
+  // Failures build their text out of line, so that the checks on the good path stay small.
+  [[gnu::cold, gnu::noinline]] bool fail(cerr_t code, std::string what) {
     failure_.code = code;
     failure_.what = std::move(what);
     return false;
   }
-  bool truncated() { return fail(kPodTruncated, "record ends inside this field"); }
-
-  bool failed_in(const Step& s) {
-    if (!s.name.empty()) failure_.path.push_back(s.name);
-    return false;
+  [[gnu::cold, gnu::noinline]] bool fail(cerr_t code, const char* before, uint64_t n,
+                                         const char* after = "") {
+    return fail(code, before + std::to_string(n) + after);
+  }
+  [[gnu::cold, gnu::noinline]] bool truncated() {
+    return fail(kPodTruncated, "record ends inside this field");
   }
 
-  // A run of booleans: the first byte other than 0 or 1, or the first that is missing, names its field.
-  bool bools(const Program& p, const DecodeOp& op, unsigned char* base) {
-    size_t available = std::min<size_t>(op.count, r_.remaining());
-    const unsigned char* bytes = r_.take(available);
-    unsigned char* at = base + op.offset;
-    for (size_t i = 0; i < available; ++i) {
-      if (bytes[i] > 1) {
-        fail(kPodCorrupt, "boolean byte " + std::to_string(bytes[i]));
-        return failed_in(p.steps[op.first + i]);
-      }
-      uint32_t v = bytes[i];
-      std::memcpy(at + 4 * i, &v, 4);
-    }
-    if (available == op.count) return true;
-    truncated();
-    return failed_in(p.steps[op.first + available]);
-  }
-
-  // A run of plain numbers: where the record ends inside it, the field it ends in is named.
-  bool copy(const Program& p, const DecodeOp& op, unsigned char* base) {
-    if (r_.read(base + op.offset, op.count)) return true;
-    size_t left = r_.remaining();
-    uint32_t i = op.first;
-    for (uint32_t width; (width = number_width(p.steps[i].kind)) <= left; ++i) left -= width;
-    truncated();
-    return failed_in(p.steps[i]);
-  }
-
-  // The union's own discriminator must repeat the earlier field that selects it, or the structure would
-  // say two things about which case it holds.
-  bool check_selector(const Step& s, const Step& selector, const unsigned char* base) {
-    uint32_t discriminator;
-    std::memcpy(&discriminator, base + s.offset, 4);
-    uint32_t wanted = read_selector(selector, base + selector.offset);
-    if (discriminator == wanted) return true;
-    return fail(kPodCorrupt, "discriminator " + std::to_string(discriminator) + " differs from " +
-                                 selector.name + " " + std::to_string(wanted));
-  }
-
-  bool step(const Step& s, unsigned char* at, int depth) {
+  bool fix(const Slot& s, unsigned char* value, int depth) {
+    unsigned char* at = value + s.offset;
     switch (s.kind) {
-      case Kind::kBool: {
-        uint8_t b;
-        if (!r_.read(&b)) return truncated();
-        if (b > 1) return fail(kPodCorrupt, "boolean byte " + std::to_string(b));
-        uint32_t v = b;
-        std::memcpy(at, &v, 4);
-        return true;
-      }
-      case Kind::kU8:
-        return r_.read(at, 1) || truncated();
-      case Kind::kU16:
-        return r_.read(at, 2) || truncated();
-      case Kind::kU32:
-      case Kind::kI32:
-      case Kind::kEnum:
-      case Kind::kIpv4:
-        return r_.read(at, 4) || truncated();
-      case Kind::kU64:
-      case Kind::kI64:
-        return r_.read(at, 8) || truncated();
       case Kind::kText:
         return text(s, at);
-      case Kind::kBytes:
-        return bytes(s, at);
       case Kind::kArray:
         return array(s, at, depth);
-      case Kind::kFixedArray:
-        return fixed_array(s, at, depth);
       case Kind::kPointer:
         return pointer(s, at, depth);
-      case Kind::kStruct:
-        return run(s.sub, at, depth + 1);
-      case Kind::kUnion:
-        return union_value(s, at, depth);
-      case Kind::kEmpty:
-        return true;
+      default:
+        return union_value(s, value, depth);
     }
-    return fail(kPodBadDescriptor, "unknown step");
   }
 
-  bool text(const Step& s, unsigned char* at) {
-    uint32_t length;
-    if (!r_.read(&length)) return truncated();
-    if (length == kAbsentText) return true;
-    if (s.count != 0 && length > s.count)
-      return fail(kPodTextTooLong, "text longer than " + std::to_string(s.count));
-    const unsigned char* chars = r_.take(length);
-    if (chars == nullptr) return truncated();
+  void* own(size_t bytes) {
+    void* memory = allocate_raw(bytes == 0 ? 1 : bytes);
+    if (memory != nullptr) owned_.push_back(memory);
+    return memory;
+  }
+
+  // Parts follow each other without gaps in the order of their references, so a reference can only be to
+  // the cursor: anything else overlaps another part or leaves bytes unaccounted for.
+  [[gnu::cold, gnu::noinline]] bool misplaced(uint64_t reference) {
+    return fail(kPodCorrupt, "refers to byte " + std::to_string(reference) +
+                                 " where its part must begin at " + std::to_string(cursor_));
+  }
+
+  bool text(const Slot& s, unsigned char* at) {
+    uint64_t reference;
+    std::memcpy(&reference, at, 8);
+    if (reference == kAbsent) {
+      std::memset(at, 0, 8);
+      return true;
+    }
+    const auto offset = static_cast<uint32_t>(reference);
+    const auto length = static_cast<uint32_t>(reference >> 32);
+    if (offset != cursor_) return misplaced(offset);
+    if (s.count != 0 && length > s.count) return fail(kPodTextTooLong, "text longer than ", s.count);
+    if (length > length_ - cursor_) return truncated();
+    const unsigned char* chars = data_ + cursor_;
     if (std::memchr(chars, 0, length) != nullptr) return fail(kPodCorrupt, "text holds a NUL byte");
-    auto* copy = static_cast<char*>(allocate(length + size_t{1}, 1));
-    if (copy == nullptr) return fail(kPodNoMemory, "no memory for a text of " + std::to_string(length));
+    auto* copy = static_cast<char*>(own(size_t{length} + 1));
+    if (copy == nullptr) return fail(kPodNoMemory, "no memory for a text of ", length);
     std::memcpy(copy, chars, length);
+    copy[length] = '\0';
     std::memcpy(at, &copy, sizeof(copy));
+    cursor_ += length;
     return true;
   }
 
-  bool bytes(const Step& s, unsigned char* at) {
-    uint32_t length;
-    if (!r_.read(&length)) return truncated();
-    if (length > s.count)
-      return fail(kPodCorrupt, std::to_string(length) + " bytes for a field of " + std::to_string(s.count));
-    return r_.read(at, length) || truncated();
-  }
-
-  bool array(const Step& s, unsigned char* at, int depth) {
-    uint32_t count;
-    if (!r_.read(&count)) return truncated();
-    if (count == 0) return true;
-    // The count is checked against what the rest of the record could hold before anything is allocated.
-    uint64_t least = t_.program(s.sub).min_wire;
-    if (least == 0) least = 1;
-    if (count > r_.remaining() / least)
-      return fail(kPodArrayCount, "count " + std::to_string(count) + " exceeds what the record holds");
-    auto* elements = static_cast<unsigned char*>(allocate(count, s.elem_size));
-    if (elements == nullptr)
-      return fail(kPodNoMemory, "no memory for " + std::to_string(count) + " elements");
-    uint64_t n = count;
-    std::memcpy(at, &n, 8);
+  bool array(const Slot& s, unsigned char* at, int depth) {
+    uint64_t count, reference;
+    std::memcpy(&count, at, 8);
+    std::memcpy(&reference, at + 8, 8);
+    if (count == 0) {
+      if (reference != kAbsent) return fail(kPodCorrupt, "an empty array refers to elements");
+      std::memset(at + 8, 0, 8);
+      return true;
+    }
+    if (reference != cursor_) return misplaced(reference);
+    // The count is checked against what the rest of the record holds before anything is allocated.
+    if (count > (length_ - cursor_) / std::max<uint32_t>(s.elem_size, 1))
+      return fail(kPodArrayCount, "count ", count, " exceeds what the record holds");
+    auto* elements = static_cast<unsigned char*>(own(count * s.elem_size));
+    if (elements == nullptr) return fail(kPodNoMemory, "no memory for ", count, " elements");
     std::memcpy(at + 8, &elements, sizeof(elements));
-    for (uint32_t i = 0; i < count; ++i) {
-      if (!run(s.sub, elements + size_t{i} * s.elem_size, depth + 1)) {
-        failure_.path.push_back(element_key(i));
-        return false;
-      }
-    }
-    return true;
+    return part(s.sub, elements, count, true, depth + 1);
   }
 
-  bool fixed_array(const Step& s, unsigned char* at, int depth) {
-    uint32_t count;
-    if (!r_.read(&count)) return truncated();
-    if (count > s.count)
-      return fail(kPodCorrupt,
-                  std::to_string(count) + " elements for an array of " + std::to_string(s.count));
-    for (uint32_t i = 0; i < count; ++i) {
-      if (!run(s.sub, at + size_t{i} * s.elem_size, depth + 1)) {
-        failure_.path.push_back(element_key(i));
-        return false;
-      }
+  bool pointer(const Slot& s, unsigned char* at, int depth) {
+    uint64_t reference;
+    std::memcpy(&reference, at, 8);
+    if (reference == kAbsent) {
+      std::memset(at, 0, 8);
+      return true;
     }
-    return true;
-  }
-
-  bool pointer(const Step& s, unsigned char* at, int depth) {
-    uint8_t present;
-    if (!r_.read(&present)) return truncated();
-    if (present > 1) return fail(kPodCorrupt, "presence byte " + std::to_string(present));
-    if (present == 0) return true;
-    auto* target = static_cast<unsigned char*>(allocate(1, s.elem_size));
+    if (reference != cursor_) return misplaced(reference);
+    auto* target = static_cast<unsigned char*>(own(s.elem_size));
     if (target == nullptr) return fail(kPodNoMemory, "no memory for the target");
     std::memcpy(at, &target, sizeof(target));
-    return run(s.sub, target, depth + 1);
+    return part(s.sub, target, 1, false, depth + 1);
   }
 
-  // A discriminator that matches no case leaves the case area zeroed: a newer server may know families
-  // that this program does not.
-  bool union_value(const Step& s, unsigned char* at, int depth) {
-    uint32_t discriminator;
-    if (!r_.read(&discriminator)) return truncated();
-    std::memcpy(at, &discriminator, 4);
+  // The case area must hold the chosen case's value and zeros after it; a discriminator that matches no
+  // case leaves it all zero, so that a newer server's families still decode, to nothing.
+  bool union_value(const Slot& s, unsigned char* value, int depth) {
+    unsigned char* at = value + s.offset;
     const UnionProgram& u = t_.union_at(s.sub);
+    uint32_t discriminator;
+    std::memcpy(&discriminator, at, 4);
+    if (s.selector_offset >= 0) {
+      // The union's own discriminator must repeat the field that selects it, or the structure would say
+      // two things about which case it holds.
+      uint32_t wanted = read_selector(s.selector_kind, value + s.selector_offset);
+      if (discriminator != wanted) return wrong_discriminator(discriminator, u.selector, wanted);
+    }
     const UnionCase* c = u.find(discriminator);
+    unsigned char* area = at + u.value_offset;
+    const size_t area_size = u.size - u.value_offset;
+    if (c == nullptr || c->has_mask) {
+      const unsigned char* mask = c != nullptr ? c->mask.data() : u.empty_mask.data();
+      if (small_masked_bits(area, mask, area_size) != 0)
+        return unclean_case(c, area, mask, area_size, discriminator);
+    }
     if (c == nullptr || c->program < 0) return true;
-    if (run(c->program, at + u.value_offset, depth + 1)) return true;
+    const Program& p = t_.program(c->program);
+    if (p.slots.empty()) return true;
+    if (depth >= kMaxDepth) return fail(kPodCorrupt, "nested more than ", kMaxDepth, " deep");
+    for (const Slot& inner : p.slots) {
+      if (fix(inner, area, depth + 1)) continue;
+      if (!inner.path.empty()) failure_.path.push_back(inner.path);
+      failure_.path.push_back(c->name);
+      return false;
+    }
+    return true;
+  }
+
+  // The refusals that the fast checks found, named by a search that only failures pay for.
+
+  [[gnu::cold, gnu::noinline]] bool wrong_discriminator(uint32_t discriminator, const std::string& selector,
+                                                        uint32_t wanted) {
+    return fail(kPodCorrupt, "discriminator " + std::to_string(discriminator) + " differs from " + selector +
+                                 " " + std::to_string(wanted));
+  }
+
+  Spot locate(int32_t index, uint64_t offset) const {
+    const Program& p = t_.program(index);
+    Spot spot;
+    for (const Step& s : p.steps) {
+      if (offset < s.offset) break;
+      spot.step = &s;
+      spot.offset = s.offset;
+      spot.path = s.name;
+      spot.padding = offset >= uint64_t{s.offset} + s.size;
+    }
+    if (spot.step == nullptr || spot.padding) return spot;
+    const Step& s = *spot.step;
+    Spot inner;
+    if (s.kind == Kind::kStruct) {
+      inner = locate(s.sub, offset - s.offset);
+      inner.path = join(s.name, inner.path);
+    } else if (s.kind == Kind::kFixedArray && s.elem_size != 0) {
+      uint64_t e = (offset - s.offset) / s.elem_size;
+      inner = locate(s.sub, offset - s.offset - e * s.elem_size);
+      inner.path = join(s.name + element_key(e), inner.path);
+      inner.offset += e * s.elem_size;
+    } else {
+      return spot;
+    }
+    inner.offset += s.offset;
+    return inner;
+  }
+
+  // A byte of a value that its mask says must be zero: a boolean other than 0 or 1, or padding.
+  [[gnu::cold, gnu::noinline]] bool name_unclean(int32_t index, const unsigned char* value, size_t byte) {
+    Spot spot = locate(index, byte);
+    if (!spot.path.empty()) failure_.path.push_back(spot.path);
+    if (spot.step == nullptr || spot.padding)
+      return fail(kPodCorrupt, "padding after this field is not zero");
+    if (spot.step->kind == Kind::kBool) {
+      uint32_t word;
+      std::memcpy(&word, value + spot.offset, 4);
+      return fail(kPodCorrupt, "boolean value " + std::to_string(word));
+    }
+    if (spot.step->kind == Kind::kUnion || spot.step->selector >= 0)
+      return fail(kPodCorrupt, "padding after the discriminator is not zero");
+    return fail(kPodCorrupt, "bits that must be zero are set");
+  }
+
+  [[gnu::cold, gnu::noinline]] bool unclean(int32_t index, const unsigned char* dest, uint64_t count,
+                                            bool indexed) {
+    const Program& p = t_.program(index);
+    for (uint64_t e = 0; e < count; ++e) {
+      const unsigned char* value = dest + e * p.size;
+      size_t byte = first_unclean(value, p.mask.data(), p.size);
+      if (byte == p.size) continue;
+      name_unclean(index, value, byte);
+      if (indexed) failure_.path.push_back(element_key(e));
+      return false;
+    }
+    return fail(kPodCorrupt, "bits that must be zero are set");
+  }
+
+  [[gnu::cold, gnu::noinline]] bool unclean_case(const UnionCase* c, const unsigned char* area,
+                                                 const unsigned char* mask, size_t size,
+                                                 uint32_t discriminator) {
+    size_t byte = first_unclean(area, mask, size);
+    if (c == nullptr || c->program < 0)
+      return fail(kPodCorrupt, "discriminator " + std::to_string(discriminator) +
+                                   " has no value, but its area is not zero");
+    const Program& p = t_.program(c->program);
+    if (byte >= p.size) {
+      failure_.path.push_back(c->name);
+      return fail(kPodCorrupt, "the union's area after this case is not zero");
+    }
+    name_unclean(c->program, area, byte);
     failure_.path.push_back(c->name);
     return false;
   }
 
+  [[gnu::cold, gnu::noinline]] bool truncated_image(int32_t index, uint64_t left) {
+    Spot spot = locate(index, left);
+    if (!spot.path.empty()) failure_.path.push_back(spot.path);
+    if (spot.padding) return fail(kPodTruncated, "record ends inside the padding after this field");
+    return truncated();
+  }
+
   const CompiledType& t_;
-  Reader& r_;
+  const unsigned char* data_;
+  const uint32_t length_;
+  uint32_t cursor_;
+  std::vector<void*>& owned_;
   Failure failure_;
 };
 
@@ -249,7 +320,7 @@ cerr_t refuse(cerr_t code, const std::string& detail) {
   return code;
 }
 
-// The header's refusals; the record's fields start where it leaves the reader.
+// The header's refusals; on success, where the record's image begins.
 cerr_t read_header(Reader& r, const CompiledType& t) {
   char magic[sizeof(kMagic)];
   uint16_t version;
@@ -271,21 +342,47 @@ cerr_t read_header(Reader& r, const CompiledType& t) {
   return kCerrOk;
 }
 
-}  // namespace
-
-void* allocate(size_t count, size_t size) {
+bool take_allocation() {
   if (allocations_until_failure == 0) {
     allocations_until_failure = -1;
-    return nullptr;
+    return false;
   }
   if (allocations_until_failure > 0) --allocations_until_failure;
-  return std::calloc(count, size == 0 ? 1 : size);
+  return true;
+}
+
+}  // namespace
+
+// Built twice where the processor may have wider vectors than the baseline, chosen once at load time.
+#if defined(__x86_64__) && defined(__GNUC__)
+__attribute__((target_clones("avx2", "default")))
+#endif
+uint64_t
+masked_bits(const unsigned char* image, const unsigned char* mask, size_t size) {
+  uint64_t bad = 0;
+  const size_t words = size / 8;
+  for (size_t i = 0; i < words; ++i) {
+    uint64_t v, m;
+    std::memcpy(&v, image + 8 * i, 8);
+    std::memcpy(&m, mask + 8 * i, 8);
+    bad |= v & m;
+  }
+  for (size_t i = words * 8; i < size; ++i) bad |= image[i] & mask[i];
+  return bad;
+}
+
+void* allocate(size_t count, size_t size) {
+  return take_allocation() ? std::calloc(count, size == 0 ? 1 : size) : nullptr;
+}
+
+void* allocate_raw(size_t bytes) {
+  return take_allocation() ? std::malloc(bytes) : nullptr;
 }
 
 void release(const CompiledType& t, int32_t index, unsigned char* base) {
   const Program& p = t.program(index);
-  for (uint32_t step : p.indirect_steps) {
-    const Step& s = p.steps[step];
+  for (uint32_t i : p.owning) {
+    const Slot& s = p.slots[i];
     unsigned char* at = base + s.offset;
     switch (s.kind) {
       case Kind::kText: {
@@ -300,15 +397,12 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         unsigned char* elements;
         std::memcpy(&count, at, 8);
         std::memcpy(&elements, at + 8, sizeof(elements));
-        if (elements != nullptr)
-          for (uint64_t i = 0; i < count; ++i) release(t, s.sub, elements + i * s.elem_size);
+        if (elements != nullptr && t.program(s.sub).has_indirections)
+          for (uint64_t e = 0; e < count; ++e) release(t, s.sub, elements + e * s.elem_size);
         std::free(elements);
         std::memset(at, 0, 16);
         break;
       }
-      case Kind::kFixedArray:
-        for (uint32_t i = 0; i < s.count; ++i) release(t, s.sub, at + size_t{i} * s.elem_size);
-        break;
       case Kind::kPointer: {
         unsigned char* target;
         std::memcpy(&target, at, sizeof(target));
@@ -317,10 +411,7 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         std::memset(at, 0, sizeof(void*));
         break;
       }
-      case Kind::kStruct:
-        release(t, s.sub, at);
-        break;
-      case Kind::kUnion: {
+      default: {
         uint32_t discriminator;
         std::memcpy(&discriminator, at, 4);
         const UnionProgram& u = t.union_at(s.sub);
@@ -328,8 +419,6 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         if (c != nullptr && c->program >= 0) release(t, c->program, at + u.value_offset);
         break;
       }
-      default:
-        break;
     }
   }
 }
@@ -370,18 +459,26 @@ cerr_t pod_decode(const void* data, uint32_t length, void* structure, const pod_
   if (structure == nullptr) return codec::refuse(kBadArgument, "no structure to decode into");
   auto* base = static_cast<unsigned char*>(structure);
   const size_t size = t->program(t->root).size;
-  std::memset(base, 0, size);
-  codec::Reader r(static_cast<const unsigned char*>(data), data == nullptr ? 0 : length);
-  if (cerr_t rc = codec::read_header(r, *t); rc != kCerrOk) return rc;
-  codec::Decoder decoder(*t, r);
-  bool ok = decoder.run(t->root, base, 0);
+  if (data == nullptr) length = 0;
+  const auto* bytes = static_cast<const unsigned char*>(data);
+  codec::Reader r(bytes, length);
+  if (cerr_t rc = codec::read_header(r, *t); rc != kCerrOk) {
+    std::memset(base, 0, size);
+    return rc;
+  }
+  // What this decode allocated, so that a refusal can release it whatever state its slots were left in.
+  static thread_local std::vector<void*> owned;
+  owned.clear();
+  codec::Decoder decoder(*t, bytes, length, static_cast<uint32_t>(length - r.remaining()), owned);
+  bool ok = decoder.part(t->root, base, 1, false, 0);
+  if (ok && decoder.cursor() == length) return kCerrOk;
   codec::Failure& f = decoder.failure();
-  if (ok && r.remaining() == 0) return kCerrOk;
   if (ok) {
     f.code = kPodCorrupt;
-    f.what = std::to_string(r.remaining()) + " bytes after the record";
+    f.what = std::to_string(length - decoder.cursor()) + " bytes after the record";
   }
-  codec::release(*t, t->root, base);
+  for (void* p : owned) std::free(p);
+  owned.clear();
   std::memset(base, 0, size);
   std::string path = codec::join_path(f.path);
   return codec::refuse(f.code, (path.empty() ? "" : path + ": ") + f.what);

@@ -161,7 +161,7 @@ class FromJson {
             const Program& p) {
     if (s.selector >= 0) {
       const Step& selector = p.steps[static_cast<size_t>(s.selector)];
-      return union_value(*t_.union_of(s), v, at, depth, read_selector(selector, base + selector.offset));
+      return union_value(*t_.union_of(s), v, at, depth, read_selector(selector.kind, base + selector.offset));
     }
     switch (s.kind) {
       case Kind::kBool: {

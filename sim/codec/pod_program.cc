@@ -1,5 +1,6 @@
 #include "sim/codec/pod_program.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <mutex>
@@ -44,8 +45,9 @@ class Compiler {
       *err = error_;
       return false;
     }
-    std::vector<int8_t> state(out_.programs.size(), 0);
-    for (size_t i = 0; i < out_.programs.size(); ++i) finish(static_cast<int32_t>(i), state);
+    program_state_.assign(out_.programs.size(), 0);
+    union_state_.assign(out_.unions.size(), 0);
+    for (size_t i = 0; i < out_.programs.size(); ++i) finish(static_cast<int32_t>(i));
     return true;
   }
 
@@ -60,12 +62,14 @@ class Compiler {
     if (t.is_union) {
       Step step;
       step.kind = Kind::kUnion;
+      step.size = static_cast<uint32_t>(t.size);
       step.sub = union_program(t.union_index);
       out_.programs[static_cast<size_t>(index)].steps.push_back(std::move(step));
       return index;
     }
     for (int i = t.first_field; i < t.first_field + t.field_count; ++i) {
       Step step = step_of(s_.fields[i], s_.fields[i].offset);
+      step.size = static_cast<uint32_t>(s_.fields[i].size);
       out_.programs[static_cast<size_t>(index)].steps.push_back(std::move(step));
     }
     resolve_selectors(out_.programs[static_cast<size_t>(index)]);
@@ -90,6 +94,7 @@ class Compiler {
     uint64_t size = field_size(f);
     int32_t index = new_program(size);
     Step step = step_of(f, 0);
+    step.size = static_cast<uint32_t>(size);
     step.name.clear();
     out_.programs[static_cast<size_t>(index)].steps.push_back(std::move(step));
     return index;
@@ -189,72 +194,113 @@ class Compiler {
     return -1;
   }
 
-  // Fills in the fewest wire bytes and whether anything is allocated. Embedded types never contain
-  // themselves (the layout rule refuses it) and pointers and arrays need no recursion here.
-  void finish(int32_t index, std::vector<int8_t>& state) {
-    if (state[static_cast<size_t>(index)] != 0) return;
-    state[static_cast<size_t>(index)] = 1;
-    uint64_t min_wire = 0;
-    bool indirect = false;
-    for (const Step& step : out_.program(index).steps) {
-      switch (step.kind) {
+  // Fills in a program's mask, slots and ownership once those of the types it embeds are known. Embedded
+  // types never contain themselves (the layout rule refuses it); pointers and arrays need no recursion here.
+  void finish(int32_t index) {
+    int8_t& state = program_state_[static_cast<size_t>(index)];
+    if (state != 0) return;
+    state = 1;
+    Program& p = out_.programs[static_cast<size_t>(index)];
+    p.mask.assign((p.size + 7) / 8 * 8, 0);
+    std::memset(p.mask.data(), 0xff, p.size);
+    lay(index, 0, std::string(), p);
+    for (unsigned char m : p.mask) p.has_mask = p.has_mask || m != 0;
+    for (uint32_t i = 0; i < p.slots.size(); ++i)
+      if (p.slots[i].owns) p.owning.push_back(i);
+    p.has_indirections = !p.owning.empty();
+  }
+
+  void finish_union(int32_t index) {
+    int8_t& state = union_state_[static_cast<size_t>(index)];
+    if (state != 0) return;
+    state = 1;
+    UnionProgram& u = out_.unions[static_cast<size_t>(index)];
+    const size_t area = u.size - u.value_offset;
+    const size_t padded = (area + 7) / 8 * 8;
+    u.empty_mask.assign(padded, 0);
+    std::memset(u.empty_mask.data(), 0xff, area);
+    for (UnionCase& c : u.cases) {
+      c.mask = u.empty_mask;
+      c.has_mask = area != 0;
+      if (c.program < 0) continue;
+      c.has_mask = false;
+      finish(c.program);
+      const Program& p = out_.program(c.program);
+      std::memcpy(c.mask.data(), p.mask.data(), std::min<size_t>(p.size, area));
+      for (unsigned char m : c.mask) c.has_mask = c.has_mask || m != 0;
+      u.has_indirections = u.has_indirections || p.has_indirections;
+    }
+  }
+
+  static std::string join(const std::string& prefix, const std::string& name) {
+    if (prefix.empty()) return name;
+    if (name.empty()) return prefix;
+    return prefix + "." + name;
+  }
+
+  // Clears the mask over the fields of program `index` laid at `base` within `into`, and collects their
+  // slots, descending into embedded structures and fixed arrays.
+  void lay(int32_t index, uint32_t base, const std::string& prefix, Program& into) {
+    const Program& p = out_.program(index);
+    for (const Step& s : p.steps) {
+      const uint32_t at = base + s.offset;
+      std::string path = join(prefix, s.name);
+      // Embedded structures and fixed arrays keep their own padding: their fields clear what they cover.
+      if (s.kind != Kind::kStruct || s.selector >= 0)
+        if (s.kind != Kind::kFixedArray) std::memset(into.mask.data() + at, 0, s.size);
+      Slot slot;
+      slot.kind = s.kind;
+      slot.offset = at;
+      slot.count = s.count;
+      slot.elem_size = s.elem_size;
+      slot.sub = s.sub;
+      slot.path = path;
+      if (s.kind == Kind::kUnion || s.selector >= 0) {
+        int32_t u_index = s.kind == Kind::kUnion ? s.sub : out_.program(s.sub).steps[0].sub;
+        finish_union(u_index);
+        const UnionProgram& u = out_.union_at(u_index);
+        std::memset(into.mask.data() + at + 4, 0xff, u.value_offset - 4);
+        slot.kind = Kind::kUnion;
+        slot.sub = u_index;
+        slot.owns = u.has_indirections;
+        if (s.selector >= 0) {
+          const Step& selector = p.steps[static_cast<size_t>(s.selector)];
+          slot.selector_offset = static_cast<int32_t>(base + selector.offset);
+          slot.selector_kind = selector.kind;
+        }
+        into.slots.push_back(std::move(slot));
+        continue;
+      }
+      switch (s.kind) {
         case Kind::kBool:
-        case Kind::kU8:
-          min_wire += 1;
-          break;
-        case Kind::kU16:
-          min_wire += 2;
-          break;
-        case Kind::kU64:
-        case Kind::kI64:
-          min_wire += 8;
-          break;
-        case Kind::kPointer:
-          min_wire += 1;
-          indirect = true;
+          into.mask[at] = 0xfe;
+          std::memset(into.mask.data() + at + 1, 0xff, 3);
           break;
         case Kind::kText:
         case Kind::kArray:
-          min_wire += 4;
-          indirect = true;
-          break;
-        case Kind::kFixedArray:
-          min_wire += 4;
-          finish(step.sub, state);
-          indirect = indirect || out_.program(step.sub).has_indirections;
+        case Kind::kPointer:
+          slot.owns = true;
+          into.slots.push_back(std::move(slot));
           break;
         case Kind::kStruct:
-          finish(step.sub, state);
-          min_wire += out_.program(step.sub).min_wire;
-          indirect = indirect || out_.program(step.sub).has_indirections;
+          lay(s.sub, at, path, into);
           break;
-        case Kind::kUnion: {
-          min_wire += 4;
-          UnionProgram& u = out_.unions[static_cast<size_t>(step.sub)];
-          for (const UnionCase& c : u.cases) {
-            if (c.program < 0) continue;
-            finish(c.program, state);
-            u.has_indirections = u.has_indirections || out_.program(c.program).has_indirections;
-          }
-          indirect = indirect || u.has_indirections;
-          break;
-        }
-        case Kind::kEmpty:
+        case Kind::kFixedArray:
+          for (uint32_t e = 0; e < s.count; ++e)
+            lay(s.sub, at + e * s.elem_size, path + element_key(e), into);
           break;
         default:
-          min_wire += 4;
           break;
       }
     }
-    Program& p = out_.programs[static_cast<size_t>(index)];
-    p.min_wire = min_wire;
-    p.has_indirections = indirect;
   }
 
   const Schema& s_;
   CompiledType& out_;
   std::vector<int32_t> type_program_;
   std::vector<int32_t> union_program_;
+  std::vector<int8_t> program_state_;
+  std::vector<int8_t> union_state_;
   std::string error_;
 };
 
@@ -302,75 +348,15 @@ bool check_entry(const Schema& s, int index, const pod_layout& entry, std::strin
   return true;
 }
 
-// Fuses runs of booleans and of plain numbers that lie back to back in the structure.
-void plan_decode(Program& p) {
-  for (uint32_t i = 0; i < p.steps.size(); ++i) {
-    const Step& s = p.steps[i];
-    DecodeOp::Code code = s.kind == Kind::kBool       ? DecodeOp::kBools
-                          : number_width(s.kind) != 0 ? DecodeOp::kCopy
-                                                      : DecodeOp::kStep;
-    if (s.selector >= 0) code = DecodeOp::kStep;
-    uint32_t width = code == DecodeOp::kBools ? 4 : number_width(s.kind);
-    if (code != DecodeOp::kStep && !p.decode_plan.empty()) {
-      DecodeOp& last = p.decode_plan.back();
-      uint32_t end = last.offset + (last.code == DecodeOp::kBools ? 4 * last.count : last.count);
-      if (last.code == code && s.offset == end) {
-        last.count += code == DecodeOp::kBools ? 1 : width;
-        continue;
-      }
-    }
-    uint32_t count = code == DecodeOp::kBools ? 1 : code == DecodeOp::kCopy ? width : 0;
-    p.decode_plan.push_back(DecodeOp{code, s.offset, count, i});
-  }
+// Elements of up to a few KiB are checked a tile at a time.
+void tile(Program& p) {
+  if (!p.has_mask || p.tile_count != 0 || p.size == 0) return;
+  constexpr uint64_t kTileBytes = 4096;
+  p.tile_count = static_cast<uint32_t>(std::max<uint64_t>(1, kTileBytes / p.size));
+  const size_t bytes = p.tile_count * p.size;
+  p.tile.assign((bytes + 7) / 8 * 8, 0);
+  for (uint32_t i = 0; i < p.tile_count; ++i) std::memcpy(p.tile.data() + i * p.size, p.mask.data(), p.size);
 }
-
-// The steps that pod_free_indirections() must visit: a record of many plain fields owns few allocations.
-void plan_release(const CompiledType& t, Program& p) {
-  for (uint32_t i = 0; i < p.steps.size(); ++i) {
-    const Step& s = p.steps[i];
-    bool indirect = false;
-    switch (s.kind) {
-      case Kind::kText:
-      case Kind::kArray:
-      case Kind::kPointer:
-        indirect = true;
-        break;
-      case Kind::kStruct:
-      case Kind::kFixedArray:
-        indirect = t.program(s.sub).has_indirections;
-        break;
-      case Kind::kUnion:
-        indirect = t.union_at(s.sub).has_indirections;
-        break;
-      default:
-        break;
-    }
-    if (indirect) p.indirect_steps.push_back(i);
-  }
-}
-
-}  // namespace
-
-uint32_t number_width(Kind kind) {
-  switch (kind) {
-    case Kind::kU8:
-      return 1;
-    case Kind::kU16:
-      return 2;
-    case Kind::kU32:
-    case Kind::kI32:
-    case Kind::kEnum:
-    case Kind::kIpv4:
-      return 4;
-    case Kind::kU64:
-    case Kind::kI64:
-      return 8;
-    default:
-      return 0;
-  }
-}
-
-namespace {
 
 std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
   if (desc->name == nullptr || (desc->schema == nullptr && desc->schema_compact == nullptr)) {
@@ -402,10 +388,9 @@ std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
   out->name = desc->name;
   out->fingerprint = fingerprint_of(compact);
   if (!Compiler(*schema, *out).run(err)) return nullptr;
-  for (Program& p : out->programs) {
-    plan_decode(p);
-    plan_release(*out, p);
-  }
+  for (const Program& p : out->programs)
+    for (const Step& step : p.steps)
+      if (step.kind == Kind::kArray) tile(out->programs[static_cast<size_t>(step.sub)]);
   return out;
 }
 
@@ -433,6 +418,14 @@ const UnionProgram* CompiledType::union_of(const Step& step) const {
 }
 
 const CompiledType* compile(const pod_desc* desc, std::string* err) {
+  // A walk decodes one record type after another: the last one compiled answers without the lock.
+  struct LastHit {
+    const pod_desc* desc;
+    pod_desc seen;
+    const CompiledType* compiled;
+  };
+  static thread_local LastHit last{};
+  if (desc == last.desc && same(last.seen, *desc)) return last.compiled;
   static std::mutex mutex;
   static std::unordered_map<const pod_desc*, std::unique_ptr<CacheEntry>> cache;
   // Replaced entries stay alive: a caller may still hold their programs.
@@ -445,7 +438,11 @@ const CompiledType* compile(const pod_desc* desc, std::string* err) {
     entry->seen = *desc;
     entry->compiled = build(desc, &entry->error);
   }
-  if (entry->compiled == nullptr) *err = entry->error;
+  if (entry->compiled == nullptr) {
+    *err = entry->error;
+    return nullptr;
+  }
+  last = LastHit{desc, *desc, entry->compiled.get()};
   return entry->compiled.get();
 }
 
@@ -467,8 +464,8 @@ std::string join_path(const std::vector<std::string>& innermost_first) {
   return out;
 }
 
-uint32_t read_selector(const Step& step, const unsigned char* at) {
-  switch (step.kind) {
+uint32_t read_selector(Kind kind, const unsigned char* at) {
+  switch (kind) {
     case Kind::kU8:
       return at[0];
     case Kind::kU16: {

@@ -1,6 +1,6 @@
 // A record type's schema compiled into flat programs of steps, one per type, that the decoder, the encoder,
-// the JSON conversions and pod_free_indirections() all walk. Compiled once per descriptor and kept for the
-// life of the process. Internal to the codec.
+// the JSON conversions and pod_free_indirections() all walk, with each program's image mask and slots.
+// Compiled once per descriptor and kept for the life of the process. Internal to the codec.
 #pragma once
 
 #include <cstdint>
@@ -14,11 +14,12 @@ namespace ostrel::sim::codec {
 
 using ostrel::pod::Kind;
 
-// One field of a structure: where it sits in the decoded structure and how it travels on the wire.
+// One field of a structure: where it sits in the decoded structure and what it holds.
 struct Step {
   Kind kind = Kind::kEmpty;
   char hint = 0;           // 's' or 'S' after nx: the bytes are text
   uint32_t offset = 0;     // within the structure the program describes
+  uint32_t size = 0;       // decoded size of the field
   uint32_t count = 0;      // text limit (0: none), byte count, fixed element count
   uint32_t elem_size = 0;  // arrays and pointers: decoded size of one element
   int32_t sub = -1;        // struct, array, pointer: program index; union: union index
@@ -26,28 +27,36 @@ struct Step {
   std::string name;        // the schema's field name; empty for elements and in compact schemas
 };
 
-// One operation of the decoder's plan of a program. A record carries long runs of booleans (the attribute
-// sets) and of plain numbers, which travel on the wire in the order and, for numbers, the width that they
-// have in the structure: each such run is one operation instead of one per field.
-struct DecodeOp {
-  enum Code : uint8_t {
-    kBools,  // `count` booleans of one byte each, widened to 32 bits
-    kCopy,   // `count` bytes of numbers copied as they are
-    kStep,   // the step `first`, decoded on its own
-  };
-  Code code = kStep;
-  uint32_t offset = 0;  // of the run's first field
-  uint32_t count = 0;
-  uint32_t first = 0;  // index of the run's first step
+// A slot of a value's image that needs more than the image's copy: a text, array or pointer whose wire
+// reference becomes an address, or a union whose case area is checked against its discriminator. Slots of
+// embedded structures and fixed arrays are lifted into the enclosing program, so that a value's slots are
+// one flat list in the order of their offsets, which is also the order of the parts they refer to.
+struct Slot {
+  Kind kind = Kind::kEmpty;  // kText, kArray, kPointer or kUnion
+  Kind selector_kind = Kind::kEmpty;
+  uint32_t offset = 0;           // within the value
+  uint32_t count = 0;            // text limit (0: none)
+  uint32_t elem_size = 0;        // arrays and pointers: decoded size of one element
+  int32_t sub = -1;              // array, pointer: program index; union: union index
+  int32_t selector_offset = -1;  // a union chosen by an earlier field: that field's offset in the value
+  bool owns = false;             // holds, or may hold, allocations that pod_free_indirections() releases
+  std::string path;              // "GroupRange.GroupPrefix", "Fixed[1].Name"; empty for a bare element
 };
 
 struct Program {
   std::vector<Step> steps;
-  std::vector<DecodeOp> decode_plan;
-  std::vector<uint32_t> indirect_steps;  // the steps that own, or hold something that owns, allocations
-  uint64_t size = 0;                     // decoded size
-  uint64_t min_wire = 0;                 // the fewest wire bytes any value of this type takes
-  bool has_indirections = false;
+  uint64_t size = 0;  // decoded size
+  // The bits of a value's image that must be zero: the high bits of boolean words, padding, the padding
+  // after a union's discriminator. Padded with zero bytes to whole 64-bit words.
+  std::vector<unsigned char> mask;
+  bool has_mask = false;  // some bit of the mask is set
+  // For an array's elements: the mask repeated `tile_count` times, so that a run of elements is checked in
+  // a few long passes rather than one short pass per element.
+  std::vector<unsigned char> tile;
+  uint32_t tile_count = 0;
+  std::vector<Slot> slots;        // every slot that needs fixing up, in offset order
+  std::vector<uint32_t> owning;   // indexes into `slots` of those that own allocations
+  bool has_indirections = false;  // a value may own allocations
   // A program of one unnamed step (an array element, a union case, a type of a single unnamed field) stands
   // for that step's value rather than for a structure of fields.
   bool single_value() const { return steps.size() == 1 && steps[0].name.empty(); }
@@ -65,6 +74,10 @@ struct UnionCase {
   int64_t value = 0;
   int32_t program = -1;  // run at the value offset; -1 for an empty case
   std::string name;      // "value" when the schema names none
+  // The bits of the case area (value offset to the union's end) that must be zero with this case chosen:
+  // the case's own mask, then every bit past its value. Padded to whole 64-bit words.
+  std::vector<unsigned char> mask;
+  bool has_mask = false;  // some bit of `mask` is set
 };
 
 struct UnionProgram {
@@ -72,6 +85,7 @@ struct UnionProgram {
   uint32_t size = 8;
   std::string selector;  // the discriminator's name when the union carries it as its own member
   std::vector<UnionCase> cases;
+  std::vector<unsigned char> empty_mask;  // a discriminator of no case, or of an empty one: all bits
   bool has_indirections = false;
 
   // The case of a discriminator, or none.
@@ -137,10 +151,7 @@ struct FieldError {
   }
 };
 
-// The wire width of a plain number (the same as its width in the structure), 0 for other kinds.
-uint32_t number_width(Kind kind);
-
-// Reads the integer of a numeric step at `at` (a selector field), widened to 32 bits.
-uint32_t read_selector(const Step& step, const unsigned char* at);
+// Reads the integer of a numeric field of kind `kind` at `at` (a selector field), widened to 32 bits.
+uint32_t read_selector(Kind kind, const unsigned char* at);
 
 }  // namespace ostrel::sim::codec

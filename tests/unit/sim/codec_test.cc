@@ -1,8 +1,10 @@
 // The record codec against records written by hand from the wire format: the layout rule it relies on,
-// decoding, canonical re-encoding, every refusal, and what stays allocated afterwards.
+// decoding, canonical re-encoding, every refusal and the field it names, and what stays allocated afterwards.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "access/pod_descriptors.h"
@@ -52,43 +54,93 @@ TEST(PodWire, EncodesTheHeaderAndLittleEndianFields) {
   EXPECT_EQ(pod_record_type(bytes.data(), bytes.size()), "mrib_timespec");
 }
 
-// Offsets in the hand-written record of the fields that the refusal cases alter.
+TEST(PodWire, WritesTheImageThenThePartsInSlotOrder) {
+  // The example of wire_format.md, from a structure whose padding and boolean hold garbage.
+  static constexpr char kSchema[] = "$1={On}b{Name}s{Ids}a(D);";
+  using Tables = ostrel::pod::Tables<kSchema>;
+  static const pod_desc desc{
+      1, "codec_ex", {7, 1}, "test", Tables::kLayout.data(), kSchema, Tables::kCompact.data()};
+  struct Example {
+    uint32_t on;
+    char* name;
+    uint64_t count;
+    uint32_t* ids;
+  } example;
+  static_assert(sizeof(Example) == Tables::size());
+  std::memset(&example, 0xab, sizeof(example));
+  char name[] = "eth0";
+  uint32_t ids[] = {7, 9};
+  example.on = 0x55;
+  example.name = name;
+  example.count = 2;
+  example.ids = ids;
+  std::string bytes, err;
+  ASSERT_TRUE(pod_encode_struct(desc, &example, &bytes, &err)) << err;
+  Bytes want;
+  want.header("codec_ex", Tables::kCompact.data()).u32(1).u32(0).u64(uint64_t{4} << 32 | 56).u64(2).u64(60);
+  want.raw("eth0", 4).u32(7).u32(9);
+  EXPECT_EQ(bytes, want.str());
+}
+
+// Offsets in the hand-written record of what the refusal cases alter.
 struct Marks {
-  size_t fingerprint, flag, name, short_text, raw, values, names, fixed, next, next_short, where, choice;
+  size_t fingerprint, image, name, name_part, short_text, values, names_part, next_image, where;
 };
 
+constexpr char kV6[] = "\x20\x01\x0d\xb8\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x01";
+
 // A record with every field set; its Next points at a second record with zero values, absent texts and
-// empty arrays.
+// empty arrays. Images are laid out by the structure's own offsets.
 std::string all_record(Marks* m) {
   Bytes b;
   b.header("codec_all", codec_test::AllTables::kCompact.data());
   m->fingerprint = b.size() - 8;
-  m->flag = b.size();
-  b.u8(1).u8(0xfe).u16(0x1234).u32(0xdeadbeef).u32(static_cast<uint32_t>(-5)).u64(0x0102030405060708);
-  b.u64(static_cast<uint64_t>(-2)).raw("\x0a\x00\x00\x01", 4).u32(3);
-  m->name = b.size();
-  b.text("hello");
-  m->short_text = b.size();
-  b.u32(0xffffffff);
-  m->raw = b.size();
-  b.u32(2).raw("\xab\xcd", 2).text("eth");
-  m->values = b.size();
-  b.u32(2).u32(7).u32(8);
-  m->names = b.size();
-  b.u32(2).text("x").u32(0xffffffff);
-  m->fixed = b.size();
-  b.u32(1).u16(5).u64(6);
-  m->next = b.size();
-  b.u8(1);
-  b.u8(0).u8(0).u16(0).u32(0).u32(0).u64(0).u64(0).u32(0).u32(0).u32(0xffffffff);
-  m->next_short = b.size();
-  b.u32(0xffffffff).u32(0).u32(0).u32(0).u32(0).u32(0).u8(0);
-  b.u32(0).raw("\x0a\x00\x00\x02", 4).u32(2).u32(2);
-  m->where = b.size();
-  b.u32(1).u32(16).raw("\x20\x01\x0d\xb8\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x01", 16);
-  b.u32(1);
-  m->choice = b.size();
-  b.u32(1).u16(9).u64(10);
+  const size_t r = m->image = b.size();
+  b.zeros(sizeof(All));
+  b.put<uint32_t>(r + offsetof(All, flag), 1);
+  b.put<uint8_t>(r + offsetof(All, small), 0xfe);
+  b.put<uint16_t>(r + offsetof(All, mid), 0x1234);
+  b.put<uint32_t>(r + offsetof(All, count), 0xdeadbeef);
+  b.put<int32_t>(r + offsetof(All, delta), -5);
+  b.put<uint64_t>(r + offsetof(All, big), 0x0102030405060708);
+  b.put<int64_t>(r + offsetof(All, signed_value), -2);
+  b.put_raw(r + offsetof(All, addr), "\x0a\x00\x00\x01", 4);
+  b.put<uint32_t>(r + offsetof(All, kind), 3);
+  b.put_raw(r + offsetof(All, raw), "\xab\xcd", 2);
+  b.put_raw(r + offsetof(All, label), "eth", 3);
+  b.put<uint16_t>(r + offsetof(All, fixed), 5);
+  b.put<uint64_t>(r + offsetof(All, fixed) + offsetof(codec_test::Pair, b), 6);
+  m->where = r + offsetof(All, where);
+  b.put<uint32_t>(m->where, 1);
+  b.put_raw(m->where + offsetof(codec_test::Address, bytes), kV6, 16);
+  b.put<uint32_t>(r + offsetof(All, sel), 1);
+  b.put<uint32_t>(r + offsetof(All, choice), 1);
+  b.put<uint16_t>(r + offsetof(All, choice.value.pair.a), 9);
+  b.put<uint64_t>(r + offsetof(All, choice.value.pair.b), 10);
+  // The parts, in the order of their slots: Name, Values, Names and its elements' texts, Next.
+  m->name = r + offsetof(All, name);
+  m->name_part = b.size();
+  b.text_at(m->name, "hello");
+  m->short_text = r + offsetof(All, short_text);
+  b.put<uint64_t>(m->short_text, codec_test::kAbsent);
+  m->values = r + offsetof(All, values_count);
+  b.put<uint64_t>(m->values, 2);
+  b.put<uint64_t>(m->values + 8, b.size());
+  b.u32(7).u32(8);
+  b.put<uint64_t>(r + offsetof(All, names_count), 2);
+  b.put<uint64_t>(r + offsetof(All, names), b.size());
+  m->names_part = b.size();
+  b.zeros(16).text_at(m->names_part, "x");
+  b.put<uint64_t>(m->names_part + 8, codec_test::kAbsent);
+  b.put<uint64_t>(r + offsetof(All, next), b.size());
+  const size_t n = m->next_image = b.size();
+  b.zeros(sizeof(All));
+  for (size_t slot : {offsetof(All, name), offsetof(All, short_text), offsetof(All, values),
+                      offsetof(All, names), offsetof(All, next)})
+    b.put<uint64_t>(n + slot, codec_test::kAbsent);
+  b.put_raw(n + offsetof(All, where) + offsetof(codec_test::Address, bytes), "\x0a\x00\x00\x02", 4);
+  b.put<uint32_t>(n + offsetof(All, sel), 2);
+  b.put<uint32_t>(n + offsetof(All, choice), 2);
   return b.str();
 }
 
@@ -171,37 +223,59 @@ struct Refusal {
   const char* what;
   std::function<void(std::string&, const Marks&)> alter;
   cerr_t code;
-  const char* detail;
+  std::string detail;
 };
 
 void put32(std::string& s, size_t at, uint32_t v) {
   std::memcpy(&s[at], &v, 4);
 }
+void put64(std::string& s, size_t at, uint64_t v) {
+  std::memcpy(&s[at], &v, 8);
+}
+Marks m0() {
+  Marks m;
+  all_record(&m);
+  return m;
+}
 
 TEST(PodDecode, RefusesBadFieldsNamingThemAndKeepsNothing) {
   const Refusal refusals[] = {
       {"magic", [](std::string& s, const Marks&) { s[0] = 'X'; }, kPodCorrupt, "header: not a pod record"},
+      {"version 1", [](std::string& s, const Marks&) { s[4] = 1; }, kPodCorrupt,
+       "header: format version 1 is not known"},
       {"fingerprint", [](std::string& s, const Marks& m) { s[m.fingerprint] ^= 1; }, kPodSchemaMismatch,
        "header: the record's schema of codec_all differs from the descriptor's"},
-      {"boolean", [](std::string& s, const Marks& m) { s[m.flag] = 2; }, kPodCorrupt, "Flag: boolean byte 2"},
-      {"text with NUL", [](std::string& s, const Marks& m) { s[m.name + 5] = 0; }, kPodCorrupt,
+      {"boolean", [](std::string& s, const Marks& m) { put32(s, m.image + offsetof(All, flag), 2); },
+       kPodCorrupt, "Flag: boolean value 2"},
+      {"padding", [](std::string& s, const Marks& m) { s[m.image + offsetof(All, small) + 1] = 1; },
+       kPodCorrupt, "Small: padding after this field is not zero"},
+      {"element padding",
+       [](std::string& s, const Marks& m) {
+         s[m.image + offsetof(All, fixed) + sizeof(codec_test::Pair) + 2] = 1;
+       },
+       kPodCorrupt, "Fixed[1].A: padding after this field is not zero"},
+      {"text with NUL", [](std::string& s, const Marks& m) { s[m.name_part + 4] = 0; }, kPodCorrupt,
        "Name: text holds a NUL byte"},
-      {"text limit", [](std::string& s, const Marks& m) { put32(s, m.short_text, 9); }, kPodTextTooLong,
-       "Short: text longer than 8"},
-      {"byte count", [](std::string& s, const Marks& m) { put32(s, m.raw, 5); }, kPodCorrupt,
-       "Raw: 5 bytes for a field of 4"},
-      {"array count", [](std::string& s, const Marks& m) { put32(s, m.values, 0xffffffff); }, kPodArrayCount,
+      {"text elsewhere",
+       [](std::string& s, const Marks& m) { put32(s, m.name, static_cast<uint32_t>(m.name_part + 1)); },
+       kPodCorrupt,
+       "Name: refers to byte " + std::to_string(m0().name_part + 1) + " where its part must begin at " +
+           std::to_string(m0().name_part)},
+      {"text limit",
+       [](std::string& s, const Marks& m) { put64(s, m.short_text, uint64_t{9} << 32 | (m.name_part + 5)); },
+       kPodTextTooLong, "Short: text longer than 8"},
+      {"array count", [](std::string& s, const Marks& m) { put64(s, m.values, 0xffffffff); }, kPodArrayCount,
        "Values: count 4294967295 exceeds what the record holds"},
-      {"element", [](std::string& s, const Marks& m) { s[m.names + 8] = 0; }, kPodCorrupt,
+      {"element", [](std::string& s, const Marks& m) { s[m.names_part + 16] = 0; }, kPodCorrupt,
        "Names[0]: text holds a NUL byte"},
-      {"fixed count", [](std::string& s, const Marks& m) { put32(s, m.fixed, 4); }, kPodCorrupt,
-       "Fixed: 4 elements for an array of 3"},
-      {"presence", [](std::string& s, const Marks& m) { s[m.next] = 2; }, kPodCorrupt,
-       "Next: presence byte 2"},
-      {"nested", [](std::string& s, const Marks& m) { put32(s, m.next_short, 12); }, kPodTextTooLong,
-       "Next.Short: text longer than 8"},
-      {"selector", [](std::string& s, const Marks& m) { put32(s, m.choice, 0); }, kPodCorrupt,
-       "Choice: discriminator 0 differs from Sel 1"},
+      {"nested", [](std::string& s, const Marks& m) { put32(s, m.next_image + offsetof(All, flag), 3); },
+       kPodCorrupt, "Next.Flag: boolean value 3"},
+      {"case area", [](std::string& s, const Marks& m) { put32(s, m.where, 0); }, kPodCorrupt,
+       "Where.IPV4Address: the union's area after this case is not zero"},
+      {"unknown case", [](std::string& s, const Marks& m) { put32(s, m.where, 7); }, kPodCorrupt,
+       "Where: discriminator 7 has no value, but its area is not zero"},
+      {"selector", [](std::string& s, const Marks& m) { put32(s, m.image + offsetof(All, choice), 0); },
+       kPodCorrupt, "Choice: discriminator 0 differs from Sel 1"},
       {"leftover", [](std::string& s, const Marks&) { s += '\0'; }, kPodCorrupt, "1 bytes after the record"},
   };
   for (const Refusal& r : refusals) {
@@ -257,7 +331,7 @@ TEST(PodDecode, KeepsAnUnknownDiscriminatorWithItsCaseZeroed) {
   Marks m;
   std::string record = all_record(&m);
   put32(record, m.where, 7);
-  record.erase(m.where + 4, 4 + 16);  // no case, so no value
+  std::memset(&record[m.where + offsetof(codec_test::Address, bytes)], 0, 16);  // no case, so no value
   All a{};
   ASSERT_EQ(pod_decode(record.data(), static_cast<uint32_t>(record.size()), &a, codec_test::all_desc()),
             kCerrOk)

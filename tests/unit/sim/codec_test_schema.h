@@ -79,23 +79,38 @@ inline uint64_t fnv1a(std::string_view text) {
   return h;
 }
 
+// Writes records of the wire format: a header, then images and parts appended or patched at known offsets.
 class Bytes {
  public:
   Bytes& u8(uint8_t v) { return raw(&v, 1); }
   Bytes& u16(uint16_t v) { return raw(&v, 2); }
   Bytes& u32(uint32_t v) { return raw(&v, 4); }
   Bytes& u64(uint64_t v) { return raw(&v, 8); }
-  Bytes& text(std::string_view t) { return u32(static_cast<uint32_t>(t.size())).raw(t.data(), t.size()); }
+  Bytes& zeros(size_t n) {
+    s_.append(n, '\0');
+    return *this;
+  }
   Bytes& raw(const void* p, size_t n) {
     s_.append(static_cast<const char*>(p), n);
     return *this;
   }
-  Bytes& header(std::string_view name, std::string_view compact) {
+  Bytes& header(std::string_view name, std::string_view compact, uint16_t version = 2) {
     return raw("PODR", 4)
-        .u16(1)
+        .u16(version)
         .u16(static_cast<uint16_t>(name.size()))
         .raw(name.data(), name.size())
         .u64(fnv1a(compact));
+  }
+  // Writes `v` over the bytes at `at`.
+  template <typename T>
+  void put(size_t at, T v) {
+    std::memcpy(&s_[at], &v, sizeof(T));
+  }
+  void put_raw(size_t at, const void* p, size_t n) { std::memcpy(&s_[at], p, n); }
+  // Appends a text part and writes its reference (offset, then length in the high half) at `slot`.
+  Bytes& text_at(size_t slot, std::string_view t) {
+    put<uint64_t>(slot, uint64_t{t.size()} << 32 | s_.size());
+    return raw(t.data(), t.size());
   }
   size_t size() const { return s_.size(); }
   std::string& str() { return s_; }
@@ -103,5 +118,7 @@ class Bytes {
  private:
   std::string s_;
 };
+
+inline constexpr uint64_t kAbsent = ~uint64_t{0};
 
 }  // namespace ostrel::sim::codec_test
