@@ -21,6 +21,27 @@ namespace {
 // "list_create" and "list_add" faults count over the whole process rather than per list, so that a fixture
 // can pick out one route's list among many.
 FaultCounter list_creates;
+
+// Heads of destroyed lists, handed out again by list_create(): a route printed with sorted lists creates and
+// destroys four lists, and a million routes would otherwise make eight million trips to the heap.
+class SpareHeads {
+ public:
+  list_s* take() { return count_ != 0 ? heads_[--count_] : nullptr; }
+  bool keep(list_s* head) {
+    if (count_ == kKept) return false;
+    heads_[count_++] = head;
+    return true;
+  }
+  ~SpareHeads() {
+    while (count_ != 0) delete heads_[--count_];
+  }
+
+ private:
+  static constexpr int kKept = 16;
+  list_s* heads_[kKept];
+  int count_ = 0;
+};
+SpareHeads spare_heads;
 FaultCounter list_adds;
 
 cerr_t add_fault() {
@@ -53,8 +74,9 @@ list_t list_create(list_compare_fn compare) {
   using namespace ostrel::sim;
   int64_t index = list_creates.next();
   if (find_fault("list_create", {}, index)) return nullptr;
-  auto* list = new (std::nothrow) list_s;
-  if (list) list->compare = compare;
+  list_s* list = spare_heads.take();
+  if (!list) list = new (std::nothrow) list_s;
+  if (list) *list = list_s{compare};
   return list;
 }
 
@@ -106,6 +128,6 @@ uint32_t list_count(list_t list) {
 
 cerr_t list_destroy(list_t list) {
   if (!list) return ostrel::sim::kBadArgument;
-  delete list;
+  if (!ostrel::sim::spare_heads.keep(list)) delete list;
   return kCerrOk;
 }

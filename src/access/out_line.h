@@ -24,6 +24,11 @@ inline void ostrel_write(const char* text, size_t size, FILE* out) {
   std::fwrite(text, 1, size, out);
 }
 
+// fputs() by way of ostrel_write(), for the fixed texts that views print per record.
+inline void ostrel_puts(std::string_view text, FILE* out = stdout) {
+  ostrel_write(text.data(), text.size(), out);
+}
+
 class OstrelLine {
  public:
   // Every line the views build from bounded pieces (names of 80, flag texts of 86, counters) fits with

@@ -152,11 +152,11 @@ void print_interfaces(const mrib_route_pod& route) {
     }
   }
   if (incoming.count() != 0) {
-    std::fputs("  Incoming Interface List\n", stdout);
+    ostrel_puts("  Incoming Interface List\n");
     incoming.print_and_release("    ", false);
   }
   if (outgoing.count() != 0) {
-    std::fputs("  Outgoing Interface List\n", stdout);
+    ostrel_puts("  Outgoing Interface List\n");
     outgoing.print_and_release("    ", true);
   }
 }

@@ -259,7 +259,7 @@ void print_outgoing_rates(const pod_array<mrib_outgoing_rate_pod>& nodes) {
 // Both lists of one side; a side with no entries prints nothing, not even its heading.
 void print_side(const char* heading, OstrelIntfList* sorted, OstrelIntfList* amt, bool show_ul) {
   if (sorted->count() == 0 && amt->count() == 0) return;
-  std::fputs(heading, stdout);
+  ostrel_puts(heading);
   sorted->print_and_release("    ", show_ul);
   amt->print_and_release("    ", show_ul);
 }
