@@ -36,9 +36,16 @@ class OstrelLine {
   static constexpr size_t kCapacity = 1024;
 
   OstrelLine& add(std::string_view text) {
-    size_t n = text.size() < kCapacity - used_ ? text.size() : kCapacity - used_;
-    std::memcpy(text_ + used_, text.data(), n);
-    used_ += n;
+    // The cut is kept off the common path, so that a literal's copy has a constant size and compiles to a
+    // few moves.
+    size_t size = text.size();
+    if (size <= kCapacity - used_) [[likely]] {
+      std::memcpy(text_ + used_, text.data(), size);
+      used_ += size;
+    } else {
+      std::memcpy(text_ + used_, text.data(), kCapacity - used_);
+      used_ = kCapacity;
+    }
     return *this;
   }
   OstrelLine& add(const char* text) { return add(std::string_view(text)); }
