@@ -3,6 +3,7 @@
 // check that the bits that must be zero are zero, and fix-ups of its slots only: references become copies of
 // texts, arrays and pointer targets from the record's later parts, union case areas are checked against
 // their discriminator. Nothing on that path builds text: a refusal finds and names its field afterwards.
+#include <malloc.h>
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -351,6 +352,51 @@ bool take_allocation() {
   return true;
 }
 
+// Large blocks given back by release(), kept for the next decode. A route's interface array is a few
+// kilobytes, beyond the sizes that the C library's own per-thread cache keeps, and a million routes would
+// otherwise make a million trips through the general allocator and back.
+class SpareBlocks {
+ public:
+  static constexpr size_t kSmallest = 1024;
+
+  // A kept block of at least `bytes` that wastes no more than as much again, or none.
+  void* take(size_t bytes) {
+    for (int i = count_ - 1; i >= 0; --i) {
+      if (blocks_[i].size >= bytes && blocks_[i].size <= 2 * bytes) {
+        void* block = blocks_[i].block;
+        blocks_[i] = blocks_[--count_];
+        return block;
+      }
+    }
+    return nullptr;
+  }
+
+  void give_back(void* block) {
+    if (block == nullptr) return;
+    size_t size = malloc_usable_size(block);
+    if (size < kSmallest || count_ == kKept) {
+      std::free(block);
+      return;
+    }
+    blocks_[count_++] = {block, size};
+  }
+
+  ~SpareBlocks() {
+    while (count_ != 0) std::free(blocks_[--count_].block);
+  }
+
+ private:
+  static constexpr int kKept = 8;
+  struct Kept {
+    void* block;
+    size_t size;
+  };
+  Kept blocks_[kKept];
+  int count_ = 0;
+};
+
+thread_local SpareBlocks spare_blocks;
+
 }  // namespace
 
 // Built twice where the processor may have wider vectors than the baseline, chosen once at load time.
@@ -376,7 +422,14 @@ void* allocate(size_t count, size_t size) {
 }
 
 void* allocate_raw(size_t bytes) {
-  return take_allocation() ? std::malloc(bytes) : nullptr;
+  if (!take_allocation()) return nullptr;
+  if (bytes >= SpareBlocks::kSmallest)
+    if (void* block = spare_blocks.take(bytes)) return block;
+  return std::malloc(bytes);
+}
+
+void give_back(void* block) {
+  spare_blocks.give_back(block);
 }
 
 void release(const CompiledType& t, int32_t index, unsigned char* base) {
@@ -399,7 +452,7 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         std::memcpy(&elements, at + 8, sizeof(elements));
         if (elements != nullptr && t.program(s.sub).has_indirections)
           for (uint64_t e = 0; e < count; ++e) release(t, s.sub, elements + e * s.elem_size);
-        std::free(elements);
+        give_back(elements);
         std::memset(at, 0, 16);
         break;
       }
@@ -477,7 +530,7 @@ cerr_t pod_decode(const void* data, uint32_t length, void* structure, const pod_
     f.code = kPodCorrupt;
     f.what = std::to_string(length - decoder.cursor()) + " bytes after the record";
   }
-  for (void* p : owned) std::free(p);
+  for (void* p : owned) codec::give_back(p);
   owned.clear();
   std::memset(base, 0, size);
   std::string path = codec::join_path(f.path);

@@ -99,5 +99,7 @@ inline size_t first_unclean(const unsigned char* image, const unsigned char* mas
 void* allocate(size_t count, size_t size);
 // The same, without zeroing: for memory that the decoder fills completely.
 void* allocate_raw(size_t bytes);
+// Releases a block of allocate() or allocate_raw(); large ones are kept for the next decode.
+void give_back(void* block);
 
 }  // namespace ostrel::sim::codec

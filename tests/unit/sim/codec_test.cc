@@ -360,6 +360,28 @@ TEST(PodDecode, LeavesNoGarbageOfAnEarlierStructure) {
   EXPECT_EQ(std::memcmp(&clean, &dirty, sizeof(All)), 0);
 }
 
+// Large arrays' blocks are kept for later decodes: each decode must still get a block of its own size and
+// see only its own values, whatever the record before it held.
+TEST(PodDecode, ArraysOfChangingSizesDecodeWholeOneAfterAnother) {
+  for (uint32_t count : {300u, 900u, 290u, 300u, 1u, 2000u}) {
+    std::vector<uint32_t> values(count);
+    for (uint32_t i = 0; i < count; ++i) values[i] = count * 1000 + i;
+    All source{};
+    source.values_count = count;
+    source.values = values.data();
+    std::string record, err;
+    ASSERT_TRUE(pod_encode_struct(*codec_test::all_desc(), &source, &record, &err)) << err;
+    All decoded{};
+    ASSERT_EQ(
+        pod_decode(record.data(), static_cast<uint32_t>(record.size()), &decoded, codec_test::all_desc()),
+        kCerrOk)
+        << pod_last_error();
+    ASSERT_EQ(decoded.values_count, count);
+    EXPECT_EQ(std::vector<uint32_t>(decoded.values, decoded.values + count), values);
+    EXPECT_EQ(pod_free_indirections(&decoded, codec_test::all_desc()), kCerrOk);
+  }
+}
+
 TEST(PodDecode, RefusesDescriptorsThatDisagreeWithTheirSchema) {
   using Other = ostrel::pod::Tables<codec_test::kAllSchema>;
   static constexpr char kShifted[] = "$1={A}D{B}H;";
