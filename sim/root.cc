@@ -146,10 +146,9 @@ bool format_matches(sqlite3* db) {
          sqlite3_column_int(stmt.get(), 0) == kStoreFormatVersion;
 }
 
-std::optional<std::string> lookup(const std::unordered_map<uint32_t, std::string>& names, uint32_t id) {
+const std::string* find(const std::unordered_map<uint32_t, std::string>& names, uint32_t id) {
   auto found = names.find(id);
-  if (found == names.end()) return std::nullopt;
-  return found->second;
+  return found == names.end() ? nullptr : &found->second;
 }
 
 }  // namespace
@@ -185,13 +184,12 @@ std::string root_path(std::string_view router_path) {
 }
 
 std::optional<std::string> interface_name_of(uint32_t handle) {
-  return lookup(declared().interface_names, handle);
+  const std::string* name = find(declared().interface_names, handle);
+  return name ? std::optional<std::string>(*name) : std::nullopt;
 }
 
 const std::string* find_interface_name(uint32_t handle) {
-  const auto& names = declared().interface_names;
-  auto found = names.find(handle);
-  return found == names.end() ? nullptr : &found->second;
+  return find(declared().interface_names, handle);
 }
 
 std::optional<uint32_t> interface_handle_of(std::string_view name) {
@@ -201,12 +199,12 @@ std::optional<uint32_t> interface_handle_of(std::string_view name) {
   return found->second;
 }
 
-std::optional<std::string> node_name_of(uint32_t id) {
-  return lookup(declared().node_names, id);
+const std::string* node_name_of(uint32_t id) {
+  return find(declared().node_names, id);
 }
 
-std::optional<std::string> fapid_name_of(uint32_t id) {
-  return lookup(declared().fapid_names, id);
+const std::string* fapid_name_of(uint32_t id) {
+  return find(declared().fapid_names, id);
 }
 
 bool control_server_available() {

@@ -30,8 +30,10 @@ std::optional<std::string> interface_name_of(uint32_t handle);
 // the text lives as long as the root.
 const std::string* find_interface_name(uint32_t handle);
 std::optional<uint32_t> interface_handle_of(std::string_view name);
-std::optional<std::string> node_name_of(uint32_t id);
-std::optional<std::string> fapid_name_of(uint32_t id);
+// Node and forwarding-processor names, also without a copy: an interface line may show one. None when
+// unknown; the text lives as long as the root.
+const std::string* node_name_of(uint32_t id);
+const std::string* fapid_name_of(uint32_t id);
 
 // Whether the fixture lets the interface-name server be bound.
 bool control_server_available();

@@ -1,7 +1,6 @@
 // Node and forwarding-processor names of the simulated platform, from the root's inventory.
 #include "platform/naming.h"
 
-#include <optional>
 #include <string>
 
 #include "platform/text.h"
@@ -11,7 +10,7 @@
 namespace ostrel::sim {
 namespace {
 
-cerr_t write_name(const std::optional<std::string>& name, char* buffer, uint32_t size) {
+cerr_t write_name(const std::string* name, char* buffer, uint32_t size) {
   if (!buffer || size == 0) return kBadArgument;
   if (!name) {
     buffer[0] = '\0';

@@ -131,9 +131,11 @@ TEST_F(FixtureTest, LaterFixturesAddToAndReplaceEarlierOnes) {
   EXPECT_EQ(interface_name_of(0x108), "Loopback1");
   EXPECT_EQ(interface_handle_of("Loopback1"), 0x108u);
   EXPECT_EQ(interface_handle_of("Loopback0"), std::nullopt);
-  EXPECT_EQ(node_name_of(0x800), "0/0/CPU0");
-  EXPECT_EQ(node_name_of(0x801), std::nullopt);
-  EXPECT_EQ(fapid_name_of(1), "0/1/CPU0");
+  ASSERT_NE(node_name_of(0x800), nullptr);
+  EXPECT_EQ(*node_name_of(0x800), "0/0/CPU0");
+  EXPECT_EQ(node_name_of(0x801), nullptr);
+  ASSERT_NE(fapid_name_of(1), nullptr);
+  EXPECT_EQ(*fapid_name_of(1), "0/1/CPU0");
   EXPECT_FALSE(control_server_available());
   EXPECT_FALSE(fs::exists(root_path("/pkg/lib/libvellum.so")));
   ASSERT_TRUE(find_fault("interface_name", "0x100").has_value());
