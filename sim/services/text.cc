@@ -120,6 +120,11 @@ const char* ux_inet_ntop(int family, const void* address, char* buffer, size_t s
   if (family != AF_INET && family != AF_INET6) return nullptr;
   if (!address || !buffer) return nullptr;
   if (family == AF_INET) {
+    // The usual buffer holds any dotted address: write it there directly.
+    if (size >= INET_ADDRSTRLEN) {
+      write_dotted(static_cast<const unsigned char*>(address), buffer);
+      return buffer;
+    }
     char text[INET_ADDRSTRLEN];
     size_t length = write_dotted(static_cast<const unsigned char*>(address), text);
     if (length + 1 > size) return nullptr;
