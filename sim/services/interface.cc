@@ -1,6 +1,7 @@
 // Interface services of the simulated platform, answered from the root's inventory of interfaces.
 #include "platform/interface.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cstdio>
@@ -55,6 +56,8 @@ bool write_display_form(std::string_view name, uint32_t display_flags, char* out
     }
   }
   if (brief.size() + rest.size() + 1 > size) return false;
+  // A name shown as it is, in place, is already there.
+  if (brief.empty() && rest.data() == out) return true;
   if (!rest.empty()) std::memmove(out + brief.size(), rest.data(), rest.size());
   if (!brief.empty()) std::memcpy(out, brief.data(), brief.size());
   out[brief.size() + rest.size()] = '\0';
@@ -96,7 +99,10 @@ cerr_t name_one(uint32_t handle, imc_interface_name_result* result) {
   const std::string* name = find_interface_name(handle);
   if (!name) return kUnknownIdentifier;
   if (!result->name || result->size == 0) return kBadArgument;
-  sstrncpy(result->name, name->c_str(), result->size);
+  // sstrncpy() would measure the name again; its length is known.
+  size_t length = std::min<size_t>(name->size(), result->size - 1);
+  std::memcpy(result->name, name->data(), length);
+  result->name[length] = '\0';
   return kCerrOk;
 }
 
