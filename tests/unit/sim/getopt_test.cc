@@ -23,8 +23,11 @@ class Scan {
   // Every option up to the end, as "letter" or "letter=argument".
   std::vector<std::string> all(const char* options = kOptions) {
     std::vector<std::string> seen;
-    for (int c; (c = next(options)) != -1;)
-      seen.push_back(std::string(1, static_cast<char>(c)) + (optarg ? std::string("=") + optarg : ""));
+    for (int c; (c = next(options)) != -1;) {
+      std::string entry(1, static_cast<char>(c));
+      if (optarg) entry.append("=").append(optarg);
+      seen.push_back(std::move(entry));
+    }
     return seen;
   }
 
