@@ -1,5 +1,5 @@
-// One line of output assembled in place and written with a single stdio call. A route prints a dozen short
-// pieces per interface, and at a million routes every stdio call costs more than the bytes it moves.
+// Lines of output assembled in place and written at once. A route prints a dozen short pieces per
+// interface, and at a million routes a stdio call per piece costs more than the bytes it moves.
 #pragma once
 
 #include <cstdarg>
