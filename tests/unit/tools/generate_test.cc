@@ -1,0 +1,158 @@
+// The synthetic router: the same settings make the same store, and every collection holds each route with
+// the same contents, whatever order the generator wrote them in.
+#include "tools/vellumctl/generate.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "access/pod_descriptors.h"
+#include "access/pod_records.h"
+#include "access/text_helpers.h"
+#include "platform/pod.h"
+#include "platform/vellum.h"
+#include "sim/root_testing.h"
+
+namespace ostrel::tools {
+namespace {
+
+constexpr char kTable[] = "/oper/ipv4-mrib/gl/act/table/default/";
+
+class Scratch {
+ public:
+  Scratch() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "ostrel-gen-XXXXXX").string();
+    EXPECT_NE(mkdtemp(pattern.data()), nullptr);
+    dir_ = pattern;
+  }
+  ~Scratch() {
+    ostrel::sim::root_reset_for_testing(dir_ + "/gone");
+    std::error_code ignored;
+    std::filesystem::remove_all(dir_, ignored);
+  }
+  std::string path(const char* name) const { return dir_ + "/" + name; }
+
+ private:
+  std::string dir_;
+};
+
+std::string file_bytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// A decoded route of the store, released with the object.
+struct Route {
+  mrib_route_pod pod{};
+  bool decoded = false;
+  Route(vellum_handle_t handle, const std::string& path) {
+    uint32_t type = 0, length = 0;
+    void* data = nullptr;
+    EXPECT_EQ(vellum_item_get(handle, path.c_str(), &type, &data, &length, 0), kCerrOk) << path;
+    decoded = data && pod_decode(data, length, &pod, &ostrel_mrib_route_pod_desc) == kCerrOk;
+    std::free(data);
+  }
+  ~Route() {
+    if (decoded) {
+      EXPECT_EQ(pod_free_indirections(&pod, &ostrel_mrib_route_pod_desc), kCerrOk);
+    }
+  }
+};
+
+// The names below a directory of the table, in listing order.
+std::vector<std::string> names_below(vellum_handle_t handle, const std::string& dir) {
+  std::vector<std::string> names;
+  std::string resume;
+  for (;;) {
+    uint32_t count = 256;
+    vellum_datalist_t list = nullptr;
+    if (vellum_datalist(handle, dir.c_str(), resume.c_str(), &count, &list, 0) != kCerrOk) break;
+    for (uint32_t i = 0; i < count; ++i) {
+      const char* path = nullptr;
+      uint32_t type = 0, length = 0, flags = 0;
+      const void* data = nullptr;
+      EXPECT_EQ(vellum_datalist_next(list, &path, &type, &data, &length, &flags), kCerrOk);
+      names.push_back(std::filesystem::path(path).filename().string());
+    }
+    uint32_t more = 0;
+    EXPECT_EQ(vellum_datalist_get_more_flag(list, &more), kCerrOk);
+    EXPECT_EQ(vellum_datalist_free(list), kCerrOk);
+    if (!more || names.empty()) break;
+    resume = dir + names.back();
+  }
+  return names;
+}
+
+TEST(Generate, TheSameSettingsMakeTheSameStore) {
+  Scratch scratch;
+  GenerateSettings settings;
+  settings.routes = 300;
+  std::string error;
+  ASSERT_TRUE(generate_root(scratch.path("a"), settings, &error)) << error;
+  ASSERT_TRUE(generate_root(scratch.path("b"), settings, &error)) << error;
+  EXPECT_EQ(file_bytes(scratch.path("a") + "/vellum.db"), file_bytes(scratch.path("b") + "/vellum.db"));
+  settings.seed = 2;
+  ASSERT_TRUE(generate_root(scratch.path("c"), settings, &error)) << error;
+  EXPECT_NE(file_bytes(scratch.path("a") + "/vellum.db"), file_bytes(scratch.path("c") + "/vellum.db"));
+}
+
+TEST(Generate, EveryCollectionHoldsEachRouteAlike) {
+  Scratch scratch;
+  GenerateSettings settings;
+  settings.routes = 600;  // more than two batches
+  settings.amt_every = 7;
+  settings.filtered = true;
+  std::string error;
+  ASSERT_TRUE(generate_root(scratch.path("root"), settings, &error)) << error;
+  ostrel::sim::root_reset_for_testing(scratch.path("root"));
+  vellum_handle_t handle = nullptr;
+  ASSERT_EQ(vellum_bind(&handle, kTable, 0), kCerrOk);
+
+  std::vector<std::string> keys = names_below(handle, "routedb/");
+  ASSERT_EQ(keys.size(), settings.routes);
+  EXPECT_EQ(names_below(handle, "routeratedb/"), keys);
+  EXPECT_EQ(names_below(handle, "routedb-ole/"), keys);
+  EXPECT_EQ(names_below(handle, "routedb-mib/e0000000,00000000,4/").size(), settings.routes);
+
+  uint32_t star_routes = 0;
+  for (const std::string& key : keys) {
+    Route route(handle, "routedb/" + key);
+    ASSERT_TRUE(route.decoded) << key;
+    const mrib_route_pod& r = route.pod;
+    star_routes += mrib_pod_addr_is_any(&r.Source);
+    char mib_key[32];
+    ASSERT_TRUE(ostrel_route_key(r.GroupRange.GroupPrefix, r.Source, 32, mib_key, sizeof mib_key));
+    Route mib(handle, std::string("routedb-mib/e0000000,00000000,4/") + mib_key);
+    Route rated(handle, "routeratedb/" + key);
+    for (const Route* other : {&mib, &rated}) {
+      ASSERT_TRUE(other->decoded) << key;
+      EXPECT_EQ(other->pod.Uptime, r.Uptime) << key;
+      ASSERT_EQ(other->pod.Interfaces.count, r.Interfaces.count) << key;
+      for (uint64_t i = 0; i < r.Interfaces.count; ++i)
+        EXPECT_EQ(other->pod.Interfaces.data[i].Interface, r.Interfaces.data[i].Interface) << key;
+    }
+    EXPECT_EQ(rated.pod.OutgoingRates.count, 1u) << key;
+    EXPECT_EQ(mib.pod.OutgoingRates.count, 0u) << key;
+  }
+  EXPECT_EQ(star_routes, settings.routes / settings.star_every);
+
+  uint32_t type = 0, length = 0;
+  void* data = nullptr;
+  ASSERT_EQ(vellum_item_get(handle, "routedb-summary", &type, &data, &length, 0), kCerrOk);
+  mrib_db_summ_pod summary{};
+  ASSERT_EQ(pod_decode(data, length, &summary, &ostrel_mrib_db_summ_pod_desc), kCerrOk);
+  std::free(data);
+  EXPECT_EQ(summary.GRoutes, star_routes);
+  EXPECT_EQ(summary.SGRoutes, settings.routes - star_routes);
+  EXPECT_EQ(vellum_unbind(handle), kCerrOk);
+}
+
+}  // namespace
+}  // namespace ostrel::tools
