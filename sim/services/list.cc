@@ -21,6 +21,7 @@ namespace {
 // "list_create" and "list_add" faults count over the whole process rather than per list, so that a fixture
 // can pick out one route's list among many.
 FaultCounter list_creates;
+FaultCounter list_adds;
 
 // Heads of destroyed lists, handed out again by list_create(): a route printed with sorted lists creates and
 // destroys four lists, and a million routes would otherwise make eight million trips to the heap.
@@ -42,7 +43,6 @@ class SpareHeads {
   int count_ = 0;
 };
 SpareHeads spare_heads;
-FaultCounter list_adds;
 
 cerr_t add_fault() {
   int64_t index = list_adds.next();
