@@ -123,33 +123,15 @@ void prepare_intf(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
 // then give back what was saved.
 void print_interfaces(const mrib_route_pod& route) {
   OstrelIntfList incoming(OstrelIntfList::Order::kSorted);
-  if (!incoming.created()) {
-    std::fputs("% Failed to create incoming interface list", stderr);
-    return;
-  }
+  if (!incoming.created_else_report("incoming")) return;
   OstrelIntfList outgoing(OstrelIntfList::Order::kSorted);
-  if (!outgoing.created()) {
-    std::fputs("% Failed to create outgoing interface list", stderr);
-    return;
-  }
+  if (!outgoing.created_else_report("outgoing")) return;
   ostrel_intf_entry values;
   for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
     const mrib_intrf_pod& source = route.Interfaces.data[i];
     if (source.Type == kOstrelIntfTypeAmt) continue;
     prepare_intf(source, &values);
-    const mrib_attrib_intrf_pod& attributes = source.InterfaceAttributes;
-    bool accepts = attributes.IsAccept || attributes.IsAcceptBackup;
-    if (accepts && !mrib_route_intf_list_add(incoming.get(), nullptr, values)) {
-      std::fprintf(stderr, "%% Failed to insert %s into incoming interface list\n", values.name);
-      return;
-    }
-    if (attributes.IsForward || !accepts) {
-      values.link_ptr = source.Linked_IF_TyepPointer;
-      if (!mrib_route_intf_list_add(outgoing.get(), nullptr, values)) {
-        std::fprintf(stderr, "%% Failed to insert %s into outgoing interface list", values.name);
-        return;
-      }
-    }
+    if (!mrib_route_intf_sort_in(source, &values, incoming.get(), nullptr, outgoing.get(), nullptr)) return;
   }
   if (incoming.count() != 0) {
     ostrel_puts("  Incoming Interface List\n");

@@ -268,43 +268,21 @@ void print_side(const char* heading, OstrelIntfList* sorted, OstrelIntfList* amt
 // back to its pools, so one route that did not fit does not starve the routes after it.
 void print_split(const mrib_route_pod& route, bool rates) {
   OstrelIntfList in_sorted(OstrelIntfList::Order::kSorted);
-  if (!in_sorted.created()) {
-    std::fputs("% Failed to create incoming interface list", stderr);
-    return;
-  }
+  if (!in_sorted.created_else_report("incoming")) return;
   OstrelIntfList out_sorted(OstrelIntfList::Order::kSorted);
-  if (!out_sorted.created()) {
-    std::fputs("% Failed to create outgoing interface list", stderr);
-    return;
-  }
+  if (!out_sorted.created_else_report("outgoing")) return;
   OstrelIntfList in_amt(OstrelIntfList::Order::kArrival);
-  if (!in_amt.created()) {
-    std::fputs("% Failed to create incoming interface list", stderr);
-    return;
-  }
+  if (!in_amt.created_else_report("incoming")) return;
   OstrelIntfList out_amt(OstrelIntfList::Order::kArrival);
-  if (!out_amt.created()) {
-    std::fputs("% Failed to create outgoing interface list", stderr);
-    return;
-  }
+  if (!out_amt.created_else_report("outgoing")) return;
 
   ostrel_intf_entry values;
   for (uint64_t i = 0; i < route.Interfaces.count; ++i) {
     const mrib_intrf_pod& source = route.Interfaces.data[i];
     ostrel_intf_entry_prepare(source, &values);
-    const mrib_attrib_intrf_pod& attributes = source.InterfaceAttributes;
-    bool accepts = attributes.IsAccept || attributes.IsAcceptBackup;
-    if (accepts && !mrib_route_intf_list_add(in_sorted.get(), in_amt.get(), values)) {
-      std::fprintf(stderr, "%% Failed to insert %s into incoming interface list\n", values.name);
+    if (!mrib_route_intf_sort_in(source, &values, in_sorted.get(), in_amt.get(), out_sorted.get(),
+                                 out_amt.get()))
       return;
-    }
-    if (attributes.IsForward || !accepts) {
-      values.link_ptr = source.Linked_IF_TyepPointer;
-      if (!mrib_route_intf_list_add(out_sorted.get(), out_amt.get(), values)) {
-        std::fprintf(stderr, "%% Failed to insert %s into outgoing interface list", values.name);
-        return;
-      }
-    }
   }
 
   print_side("  Incoming Interface List\n", &in_sorted, &in_amt, false);
@@ -422,6 +400,24 @@ int mrib_route_intf_compare(const ostrel_intf_entry* a, const ostrel_intf_entry*
   return 0;
 }
 
+bool mrib_route_intf_sort_in(const mrib_intrf_pod& source, ostrel_intf_entry* values, list_t in,
+                             list_t in_amt, list_t out, list_t out_amt) {
+  const mrib_attrib_intrf_pod& attributes = source.InterfaceAttributes;
+  bool accepts = attributes.IsAccept || attributes.IsAcceptBackup;
+  if (accepts && !mrib_route_intf_list_add(in, in_amt, *values)) {
+    std::fprintf(stderr, "%% Failed to insert %s into incoming interface list\n", values->name);
+    return false;
+  }
+  if (attributes.IsForward || !accepts) {
+    values->link_ptr = source.Linked_IF_TyepPointer;
+    if (!mrib_route_intf_list_add(out, out_amt, *values)) {
+      std::fprintf(stderr, "%% Failed to insert %s into outgoing interface list", values->name);
+      return false;
+    }
+  }
+  return true;
+}
+
 bool mrib_route_intf_list_add(list_t sorted, list_t amt, const ostrel_intf_entry& values) {
   auto* entry = static_cast<ostrel_intf_entry*>(chunk_malloc(ostrel_intf_pool));
   if (entry == nullptr) {
@@ -448,6 +444,12 @@ bool mrib_route_intf_list_add(list_t sorted, list_t amt, const ostrel_intf_entry
 
 OstrelIntfList::OstrelIntfList(Order order)
     : list_(list_create(order == Order::kSorted ? compare_saved : nullptr)) {}
+
+bool OstrelIntfList::created_else_report(const char* side) const {
+  if (list_ != nullptr) return true;
+  std::fprintf(stderr, "%% Failed to create %s interface list", side);
+  return false;
+}
 
 OstrelIntfList::~OstrelIntfList() {
   if (list_ == nullptr) return;

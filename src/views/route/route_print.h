@@ -81,6 +81,12 @@ int mrib_route_intf_compare(const ostrel_intf_entry* a, const ostrel_intf_entry*
 // standard error (the caller writes the insert failure), keeps nothing and returns false.
 [[nodiscard]] bool mrib_route_intf_list_add(list_t sorted, list_t amt, const ostrel_intf_entry& values);
 
+// Saves `values`, prepared from `source`, on the incoming side when the interface accepts, and on the
+// outgoing side, with its link pointer, when it forwards or does not accept; AMT interfaces go to `in_amt`
+// and `out_amt`. On failure it writes which insert failed to standard error and returns false.
+[[nodiscard]] bool mrib_route_intf_sort_in(const mrib_intrf_pod& source, ostrel_intf_entry* values, list_t in,
+                                           list_t in_amt, list_t out, list_t out_amt);
+
 // One side's list of saved interfaces. It owns the list and the entries still on it: printing gives each
 // entry back to its pools as it passes, and whatever is left at the end (after a failed add) goes back
 // too, so the next route finds the pools full.
@@ -93,8 +99,9 @@ class OstrelIntfList {
   OstrelIntfList(const OstrelIntfList&) = delete;
   OstrelIntfList& operator=(const OstrelIntfList&) = delete;
 
-  // False when the platform could not create the list.
-  bool created() const { return list_ != nullptr; }
+  // False, after writing "% Failed to create <side> interface list" to standard error, when the platform
+  // could not create the list.
+  [[nodiscard]] bool created_else_report(const char* side) const;
   list_t get() const { return list_; }
   uint32_t count() const { return list_count(list_); }
 
