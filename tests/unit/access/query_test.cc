@@ -1,5 +1,5 @@
-// The shared list and single-item cycles over a simulated store: batches and resume keys, per-item
-// failures that the walk survives, and the failures that end it, each with its message.
+// The shared list cycle over a simulated store: batches and resume keys under each batch rule. (Per-item and
+// listing failures and the single-item cycle are tested through the views, in the route cases.)
 #include "access/query.h"
 
 #include <gtest/gtest.h>
@@ -77,68 +77,27 @@ class QueryTest : public ::testing::Test {
   mrib_db_summ_pod record_{};
 };
 
+// A full last batch ends the walk on the more flag or, by size, on the empty batch after it.
 TEST_F(QueryTest, EveryItemOnceAcrossBatchesResumingAfterTheLastPath) {
-  ostrel::sim::TestRoot root(summaries(600));
-  bind();
-  Walk walk;
-  testing::internal::CaptureStderr();
-  ListOutcome outcome = list("sums/", &walk);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  ASSERT_EQ(walk.seen.size(), 600u);
-  for (uint32_t i = 0; i < 600; ++i) EXPECT_EQ(walk.seen[i], i);
-  EXPECT_EQ(walk.first_calls, 1);
-  EXPECT_TRUE(outcome.listed_any);
-  EXPECT_STREQ(ostrel_resume_key, (std::string(kDir) + "sums/s0599").c_str());
-}
-
-TEST_F(QueryTest, AFullLastBatchEndsOnTheMoreFlagOrOnAnEmptyBatch) {
-  ostrel::sim::TestRoot root(summaries(512));
-  bind();
-  Walk by_flag, by_size;
-  list("sums/", &by_flag);
-  list("sums/", &by_size, BatchRule::kFullBatch);
-  EXPECT_EQ(by_flag.seen.size(), 512u);
-  EXPECT_EQ(by_size.seen.size(), 512u);
-}
-
-TEST_F(QueryTest, PerItemFailuresAreReportedAndTheWalkGoesOn) {
-  std::string odd = std::string(R"({"path": ")") + kDir + R"(sums/s0001a", "datatype": 8, "hex": "00ff"},)" +
-                    R"({"path": ")" + kDir + R"(sums/s0002a", "datatype": 7, "hex": "00ff"})";
-  ostrel::sim::TestRoot root(summaries(4, odd));
-  bind();
-  Walk walk;
-  testing::internal::CaptureStderr();
-  list("sums/", &walk);
-  std::string err = testing::internal::GetCapturedStderr();
-  EXPECT_EQ(walk.seen, (std::vector<uint32_t>{0, 1, 2, 3}));
-  EXPECT_NE(err.find("Unexpected datatype: 8\n"), std::string::npos) << err;
-  EXPECT_EQ(err.rfind("Error decoding pod ", 0), std::string::npos) << err;
-  EXPECT_NE(err.find("\nError decoding pod "), std::string::npos) << err;
-}
-
-TEST_F(QueryTest, EmptyAndMissingDirectoriesPrintNothing) {
-  ostrel::sim::TestRoot root(summaries(1));
-  bind();
-  Walk walk;
-  testing::internal::CaptureStdout();
-  EXPECT_FALSE(list("empty/", &walk).listed_any);
-  EXPECT_TRUE(list("missing/", &walk).failed);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-  EXPECT_EQ(walk.first_calls, 0);
-}
-
-TEST_F(QueryTest, AFailedListingPrintsTheViewsLineWithTheErrorUnderDebug) {
-  std::string fault = std::string(R"({"op": "datalist", "path": ")") + kDir + R"(sums/"})";
-  ostrel::sim::TestRoot root(summaries(3, "", fault));
-  bind();
-  Walk walk;
-  testing::internal::CaptureStdout();
-  list("sums/", &walk);
-  ostrel_debug = 1;
-  list("sums/", &walk);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            std::string("No MRIB summaries\nNo MRIB summaries: ") + kInjected + "\n");
-  EXPECT_TRUE(walk.seen.empty());
+  for (int count : {600, 512}) {
+    ostrel::sim::TestRoot root(summaries(count));
+    bind();
+    for (BatchRule rule : {BatchRule::kMoreFlag, BatchRule::kFullBatch}) {
+      Walk walk;
+      testing::internal::CaptureStderr();
+      ListOutcome outcome = list("sums/", &walk, rule);
+      EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+      ASSERT_EQ(walk.seen.size(), static_cast<size_t>(count));
+      for (uint32_t i = 0; i < walk.seen.size(); ++i) EXPECT_EQ(walk.seen[i], i);
+      EXPECT_EQ(walk.first_calls, 1);
+      EXPECT_TRUE(outcome.listed_any);
+      char last[16];
+      std::snprintf(last, sizeof last, "s%04d", count - 1);
+      EXPECT_STREQ(ostrel_resume_key, (std::string(kDir) + "sums/" + last).c_str());
+    }
+    (void)vellum_unbind(handle_);
+    handle_ = nullptr;
+  }
 }
 
 TEST_F(QueryTest, MoreFlagAndFreeFailuresAreReported) {
@@ -152,38 +111,6 @@ TEST_F(QueryTest, MoreFlagAndFreeFailuresAreReported) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string("Error in getting more flag ") + kInjected +
                                                         "\nFreeing result data-list " + kInjected + "\n");
   EXPECT_EQ(walk.seen.size(), 256u);
-}
-
-TEST_F(QueryTest, AnItemThatCannotBeReadEndsTheWalk) {
-  std::string fault = std::string(R"({"op": "next", "path": ")") + kDir + R"(sums/", "index": 2})";
-  ostrel::sim::TestRoot root(summaries(5, "", fault));
-  bind();
-  Walk walk;
-  testing::internal::CaptureStderr();
-  list("sums/", &walk);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            std::string("Reading result data-list ") + kInjected + "\n");
-  EXPECT_EQ(walk.seen, (std::vector<uint32_t>{0, 1}));
-}
-
-TEST_F(QueryTest, SingleItemCycleReadsDecodesAndReportsStatus) {
-  ostrel::sim::TestRoot root(summaries(3));
-  bind();
-  Walk walk;
-  ItemCycle cycle;
-  cycle.handle = handle_;
-  cycle.desc = &ostrel_mrib_db_summ_pod_desc;
-  cycle.record = &record_;
-  cycle.record_size = sizeof record_;
-  cycle.context = &walk;
-  cycle.print = [](void* r, void* c) {
-    static_cast<Walk*>(c)->seen.push_back(static_cast<mrib_db_summ_pod*>(r)->GRoutes);
-  };
-  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "sums/s0002");
-  EXPECT_EQ(ostrel_item_cycle(cycle), 0u);
-  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "sums/nothing");
-  EXPECT_EQ(ostrel_item_cycle(cycle), kOstrelNotFound);
-  EXPECT_EQ(walk.seen, (std::vector<uint32_t>{2}));
 }
 
 // A view's key comes from the last record printed: an item that fails to decode at the end of a batch is
