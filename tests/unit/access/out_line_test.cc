@@ -10,13 +10,13 @@
 
 namespace {
 
-// What a line writes to a stream, read back.
-template <typename Line>
-std::string printed(Line& line) {
+// What `write` puts on a stream, read back.
+template <typename Write>
+std::string written(Write write) {
   char* text = nullptr;
   size_t size = 0;
   FILE* out = open_memstream(&text, &size);
-  line.print(out);
+  write(out);
   std::fclose(out);
   std::string result(text, size);
   std::free(text);
@@ -31,32 +31,26 @@ TEST(OstrelLine, CountersReadAsPrintfWritesThem) {
 }
 
 TEST(OstrelLine, PiecesAndFormatsJoinAndAWriteStartsAFreshLine) {
-  char* text = nullptr;
-  size_t size = 0;
-  FILE* out = open_memstream(&text, &size);
   OstrelLine line;
-  line.add("  Gi0/0/0/1").add(' ').addf("0x%05x", 0x12).add('\n');
-  line.emit(out);
-  line.add("next\n");
-  line.emit(out);
-  std::fclose(out);
-  EXPECT_EQ(std::string(text, size), "  Gi0/0/0/1 0x00012\nnext\n");
-  std::free(text);
+  EXPECT_EQ(written([&](FILE* out) {
+              line.add("  Gi0/0/0/1").add(' ').addf("0x%05x", 0x12).add('\n');
+              line.emit(out);
+              line.add("next\n");
+              line.emit(out);
+            }),
+            "  Gi0/0/0/1 0x00012\nnext\n");
 }
 
 TEST(OstrelWrite, KeepsOrderWithTheStreamsOtherWriters) {
-  char* text = nullptr;
-  size_t size = 0;
-  FILE* out = open_memstream(&text, &size);
-  std::fputs("a", out);
-  ostrel_write("bc", 2, out);
-  std::fprintf(out, "%d", 4);
   std::string long_text(20000, 'x');  // more than the stream's buffer holds
-  ostrel_write(long_text.data(), long_text.size(), out);
-  std::fputs("z", out);
-  std::fclose(out);
-  EXPECT_EQ(std::string(text, size), "abc4" + long_text + "z");
-  std::free(text);
+  EXPECT_EQ(written([&](FILE* out) {
+              std::fputs("a", out);
+              ostrel_write("bc", 2, out);
+              std::fprintf(out, "%d", 4);
+              ostrel_write(long_text.data(), long_text.size(), out);
+              std::fputs("z", out);
+            }),
+            "abc4" + long_text + "z");
 }
 
 // An operator watching a line-buffered terminal sees each line as it is written.
@@ -85,7 +79,7 @@ TEST(OstrelBoundedLine, PiecesThatFitArePrintedAfterABlankLine) {
   line.set_length(std::snprintf(line.buffer(), 32, "(*,232.0.0.1)"));
   EXPECT_TRUE(line.append_text(" Flags: "));
   EXPECT_TRUE(line.append("%s", "S"));
-  EXPECT_EQ(printed(line), "\n(*,232.0.0.1) Flags: S\n");
+  EXPECT_EQ(written([&](FILE* out) { line.print(out); }), "\n(*,232.0.0.1) Flags: S\n");
 }
 
 // A piece of exactly the room left does not fit: its terminator would not.
@@ -102,14 +96,12 @@ TEST(OstrelBoundedLine, APieceThatDoesNotFitAbandonsTheLineForGood) {
   EXPECT_TRUE(format_line.append("%s", ""));  // the room is now 1, which only an empty piece fits
   EXPECT_FALSE(format_line.append("%d", 1));
   EXPECT_FALSE(format_line.ok());
-}
 
-TEST(OstrelBoundedLine, AWriterReportingTooMuchOrAFailureAbandonsTheLine) {
+  // So does a writer that reports as much as the room left, or a failure.
   OstrelBoundedLine<16> line;
   line.set_length(4);
   EXPECT_TRUE(line.advance(11));
-  EXPECT_FALSE(line.advance(1));  // room 1: a count not smaller than the room
-
+  EXPECT_FALSE(line.advance(1));
   OstrelBoundedLine<16> failed;
   failed.set_length(-1);
   EXPECT_FALSE(failed.ok());

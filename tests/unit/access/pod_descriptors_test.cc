@@ -146,20 +146,29 @@ struct KnownLayout {
   const char* name;
   std::vector<pod_layout> entries;  // offsets compared through `tables`
   std::vector<std::vector<uint64_t>> tables;
+  const char* compact;
 };
 
-TEST(PodDescriptors, KnownLayoutsHaveTheirStatedSizesAndOffsets) {
+TEST(PodDescriptors, KnownLayoutsHaveTheirStatedSizesOffsetsAndCompactForms) {
   const KnownLayout known[] = {
-      {"mrib_timespec", {{0, 8, nullptr}}, {{0, 4}}},
-      {"mrib_group_rng_pod", {{2, 32, nullptr}, {59, 16, nullptr}, {60, 24, nullptr}}, {{0, 24}, {}, {0, 8}}},
+      {"mrib_timespec", {{0, 8, nullptr}}, {{0, 4}}, "$66=DD;"},
+      {"mrib_group_rng_pod",
+       {{2, 32, nullptr}, {59, 16, nullptr}, {60, 24, nullptr}},
+       {{0, 24}, {}, {0, 8}},
+       "$73=$60.D;$59=16x%s;$60=?(,0:N,1:$59.);"},
       {"mrib_client_pod",
        {{0, 104, nullptr}},
-       {{0, 4, 8, 12, 16, 20, 24, 32, 40, 48, 56, 60, 64, 72, 80, 88, 92, 96}}},
-      {"ipv4_mfwd_ctid_pod", {{1, 16, nullptr}, {53, 8, nullptr}}, {{0, 4, 8}, {0, 4}}},
+       {{0, 4, 8, 12, 16, 20, 24, 32, 40, 48, 56, 60, 64, 72, 80, 88, 92, 96}},
+       "$98=DDbDeeDPHssDDba(e)DDD;"},
+      {"ipv4_mfwd_ctid_pod",
+       {{1, 16, nullptr}, {53, 8, nullptr}},
+       {{0, 4, 8}, {0, 4}},
+       "$54=eD$53.;$53=?(,1:N,0:D,3:v);"},
   };
   for (const KnownLayout& k : known) {
     const pod_desc* d = ostrel_find_pod_desc(k.name);
     ASSERT_NE(d, nullptr) << k.name;
+    EXPECT_STREQ(d->schema_compact, k.compact);
     for (size_t i = 0; i < k.entries.size(); ++i) {
       EXPECT_EQ(d->layout[i].number, k.entries[i].number) << k.name << " entry " << i;
       EXPECT_EQ(d->layout[i].size, k.entries[i].size) << k.name << " entry " << i;
@@ -168,14 +177,6 @@ TEST(PodDescriptors, KnownLayoutsHaveTheirStatedSizesAndOffsets) {
   }
   // The group range's byte array has no offset table at all.
   EXPECT_EQ(ostrel_find_pod_desc("mrib_group_rng_pod")->layout[1].offsets, nullptr);
-}
-
-TEST(PodDescriptors, CompactFormsOfTheKnownSchemas) {
-  EXPECT_STREQ(ostrel_find_pod_desc("mrib_timespec")->schema_compact, "$66=DD;");
-  EXPECT_STREQ(ostrel_find_pod_desc("mrib_group_rng_pod")->schema_compact,
-               "$73=$60.D;$59=16x%s;$60=?(,0:N,1:$59.);");
-  EXPECT_STREQ(ostrel_find_pod_desc("mrib_client_pod")->schema_compact, "$98=DDbDeeDPHssDDba(e)DDD;");
-  EXPECT_STREQ(ostrel_find_pod_desc("ipv4_mfwd_ctid_pod")->schema_compact, "$54=eD$53.;$53=?(,1:N,0:D,3:v);");
 }
 
 // A sub-type number means one type throughout its group, so each definition must read the same everywhere.
@@ -200,36 +201,21 @@ TEST(PodDescriptors, EachTypeNumberHasOneDefinitionPerGroup) {
 }
 
 // Numbers the groups share between record types: a record type embedded elsewhere keeps its own number.
+// (The compact forms above check four more.)
 TEST(PodDescriptors, SharedTypesKeepTheirNumbers) {
-  const std::pair<const char*, uint64_t> numbered[] = {{"mrib_timespec", 66},
-                                                       {"mrib_ctid_pod", 69},
-                                                       {"mrib_attrib_entry_pod", 70},
-                                                       {"mrib_attrib_intrf_pod", 71},
-                                                       {"mrib_group_rng_pod", 73},
-                                                       {"mrib_route_ole_pod", 94},
-                                                       {"mrib_db_summ_pod", 95},
-                                                       {"mrib_client_pod", 98},
-                                                       {"mrib_mdt_node_pod", 118},
-                                                       {"mrib_fapid_pod", 151},
-                                                       {"ipv4_mfwd_attrib_entry_pod", 48},
-                                                       {"ipv4_mfwd_attrib_intf_pod", 49},
-                                                       {"ipv4_mfwd_ctid_pod", 54},
-                                                       {"ipmc_err_flags_pod", 55}};
+  // clang-format off
+  const std::pair<const char*, uint64_t> numbered[] = {
+      {"mrib_ctid_pod", 69}, {"mrib_attrib_entry_pod", 70}, {"mrib_attrib_intrf_pod", 71},
+      {"mrib_route_ole_pod", 94}, {"mrib_db_summ_pod", 95}, {"mrib_mdt_node_pod", 118}, {"mrib_fapid_pod", 151},
+      {"ipv4_mfwd_attrib_entry_pod", 48}, {"ipv4_mfwd_attrib_intf_pod", 49}, {"ipmc_err_flags_pod", 55}};
+  // clang-format on
   for (const auto& [name, number] : numbered) {
     Schema s = ostrel::pod::parse_schema(ostrel_find_pod_desc(name)->schema);
     EXPECT_EQ(s.record().number, number) << name;
   }
 }
 
-// The registry's log of one group's registration: start, the first `count` registers, then `last` if any.
-std::vector<std::string> registration_log(std::span<const char* const> names, size_t count,
-                                          const char* last) {
-  std::vector<std::string> log{"start"};
-  for (size_t i = 0; i < count; ++i) log.push_back(std::string("register ") + names[i]);
-  if (last != nullptr) log.push_back(last);
-  return log;
-}
-
+// The registry logs start, the registers up to a failure, then end, or abort after a failed register.
 TEST(PodDescriptors, RegistrationRunsStartRegistersEndAndStopsAtTheFirstFailure) {
   constexpr cerr_t kCode = 0x40b0ff00;
   constexpr size_t kAll = SIZE_MAX;
@@ -254,9 +240,11 @@ TEST(PodDescriptors, RegistrationRunsStartRegistersEndAndStopsAtTheFirstFailure)
     cerr_t rc = c.mfwd ? ostrel_register_mfwd_pods(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr)
                        : ostrel_register_mrib_pods(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(rc, c.fail_call < 0 ? kCerrOk : kCode) << c.label;
-    EXPECT_EQ(ostrel::sim::registry_log().calls,
-              registration_log(names, std::min(c.registered, names.size()), c.last))
-        << c.label;
+    std::vector<std::string> log{"start"};
+    for (size_t i = 0; i < std::min(c.registered, names.size()); ++i)
+      log.push_back(std::string("register ") + names[i]);
+    if (c.last != nullptr) log.push_back(c.last);
+    EXPECT_EQ(ostrel::sim::registry_log().calls, log) << c.label;
   }
 }
 

@@ -18,21 +18,18 @@ mrib_addrtype address(const char* dotted, uint32_t family = 0) {
   return a;
 }
 
-TEST(StrSave, FiveSlotsThenTheFirstIsReused) {
+TEST(StrSave, FiveSlotsThenTheFirstIsReusedAndLongTextsAreCut) {
   const char* slots[6];
   for (int i = 0; i < 6; ++i) slots[i] = strsave(std::to_string(i).c_str());
   for (int i = 1; i < 5; ++i) EXPECT_NE(slots[0], slots[i]);
   EXPECT_EQ(slots[0], slots[5]);
   EXPECT_STREQ(slots[5], "5");
   EXPECT_STREQ(slots[4], "4");
+  EXPECT_EQ(std::strlen(strsave(std::string(300, 'x').c_str())), 256u);
 }
 
-TEST(StrSave, CutsLongTextsToTheSlot) {
-  std::string long_text(300, 'x');
-  EXPECT_EQ(std::strlen(strsave(long_text.c_str())), 256u);
-}
-
-TEST(AddressPrint, RingOfFiveInOneCall) {
+// Dotted and hex texts share one ring of five.
+TEST(AddressPrint, DottedAndHexTextsShareARingOfFive) {
   mrib_addrtype a[6];
   for (int i = 0; i < 6; ++i) a[i] = address(("10.0.0." + std::to_string(i)).c_str());
   const char* texts[6];
@@ -41,50 +38,36 @@ TEST(AddressPrint, RingOfFiveInOneCall) {
   EXPECT_STREQ(texts[4], "10.0.0.4");
   EXPECT_EQ(texts[0], texts[5]);
   EXPECT_STREQ(texts[0], "10.0.0.5");
+
+  mrib_addrtype m = address("224.0.0.1");
+  const char* dotted = ip_maddr_dotted_string(&m.IPV4Address);
+  EXPECT_STREQ(dotted, "224.0.0.1");
+  const char* later = nullptr;
+  for (int i = 0; i < 5; ++i) later = ip_maddr_hex_string(&m.IPV4Address);
+  EXPECT_EQ(later, dotted);
+  EXPECT_STREQ(dotted, "e0000001");
 }
 
-TEST(AddressPrint, AnIpv6TaggedAddressPrintsItsFirstFourBytes) {
-  mrib_addrtype a = address("232.1.1.1", 1);
-  EXPECT_STREQ(mrib_pod_addr_print(&a), "232.1.1.1");
-  EXPECT_EQ(mrib_pod_addr_length(&a), 16u);
-}
-
-TEST(AddressPrint, UnknownFamilyIsNamedNotRead) {
-  mrib_addrtype a = address("10.0.0.1", 7);
-  EXPECT_EQ(mrib_pod_addr_bytes(&a), nullptr);
-  EXPECT_EQ(mrib_pod_addr_length(&a), 0u);
-  EXPECT_STREQ(ostrel_addr_text(&a), "<unknown AF 7>");
-  mrib_addrtype b = address("10.0.0.1");
-  EXPECT_STREQ(ostrel_addr_text(&b), "10.0.0.1");
-}
-
-TEST(AddressPrintDeathTest, UnknownFamilyBreaksTheAssertion) {
-  mrib_addrtype a = address("10.0.0.1", 2);
-  EXPECT_DEATH(mrib_pod_addr_print(&a), "addr_bytes != NULL");
-  EXPECT_DEATH(mrib_pod_addr_is_any(&a), "ipv4/multicast/mrib/src/mrib_pod_lib");
-}
-
-TEST(AddressPrint, AnyAddress) {
+TEST(AddressPrint, FamiliesZeroAndOneAreReadAsIpv4OthersAreNamed) {
+  mrib_addrtype v6 = address("232.1.1.1", 1), odd = address("10.0.0.1", 7), v4 = address("10.0.0.1");
+  EXPECT_STREQ(mrib_pod_addr_print(&v6), "232.1.1.1");
+  EXPECT_EQ(mrib_pod_addr_length(&v6), 16u);
+  EXPECT_EQ(mrib_pod_addr_bytes(&odd), nullptr);
+  EXPECT_EQ(mrib_pod_addr_length(&odd), 0u);
+  EXPECT_STREQ(ostrel_addr_text(&odd), "<unknown AF 7>");
+  EXPECT_STREQ(ostrel_addr_text(&v4), "10.0.0.1");
   mrib_addrtype zero = address("0.0.0.0"), one = address("0.0.0.1");
   EXPECT_TRUE(mrib_pod_addr_is_any(&zero));
   EXPECT_FALSE(mrib_pod_addr_is_any(&one));
-}
-
-TEST(HexString, EightLowerCaseDigitsInDottedOrder) {
-  mrib_addrtype a = address("224.0.0.1"), b = address("10.1.2.3");
-  EXPECT_STREQ(ip_maddr_hex_string(&a.IPV4Address), "e0000001");
+  mrib_addrtype b = address("10.1.2.3");
   EXPECT_STREQ(ip_maddr_hex_string(&b.IPV4Address), "0a010203");
-  EXPECT_DEATH(ip_maddr_hex_string(nullptr), "addr");
 }
 
-TEST(HexString, DottedTextsShareTheRing) {
-  mrib_addrtype a = address("224.0.0.1");
-  const char* dotted = ip_maddr_dotted_string(&a.IPV4Address);
-  EXPECT_STREQ(dotted, "224.0.0.1");
-  const char* later = nullptr;
-  for (int i = 0; i < 5; ++i) later = ip_maddr_hex_string(&a.IPV4Address);
-  EXPECT_EQ(later, dotted);
-  EXPECT_STREQ(dotted, "e0000001");
+TEST(AddressPrintDeathTest, AnUnknownFamilyOrNoAddressBreaksTheAssertion) {
+  mrib_addrtype a = address("10.0.0.1", 2);
+  EXPECT_DEATH(mrib_pod_addr_print(&a), "addr_bytes != NULL");
+  EXPECT_DEATH(mrib_pod_addr_is_any(&a), "ipv4/multicast/mrib/src/mrib_pod_lib");
+  EXPECT_DEATH(ip_maddr_hex_string(nullptr), "addr");
 }
 
 TEST(RouteKey, HexAddressesAndTheLengthOrNothing) {
@@ -116,15 +99,11 @@ TEST(InterfaceName, NullAndUnnamedHandles) {
   EXPECT_STREQ(ostrel_ifh_name(0x1a0, 1), "0x1a0");
 }
 
-TEST(Uptime, NeverWholeSecondsAndNoText) {
+TEST(TimeTexts, NeverWholeSecondsAndNoNewline) {
   EXPECT_STREQ(ostrel_fmt_uptime(0), "never");
-  std::string hour = sprint_dhms(3600);
+  std::string hour = sprint_dhms(3600), zero = sprint_dhms(0);
   EXPECT_EQ(ostrel_fmt_uptime(3600000000u), hour);
-  std::string zero = sprint_dhms(0);
   EXPECT_EQ(ostrel_fmt_uptime(999999), zero);
-}
-
-TEST(CalendarTime, NeverAndNoNewline) {
   char buffer[64];
   EXPECT_STREQ(ostrel_fmt_time(buffer, UINT64_MAX), "never");
   setenv("TZ", "UTC", 1);
@@ -142,11 +121,7 @@ TEST(ClientName, SplitAtTheColon) {
     char *name = nullptr, *instance = nullptr;
     ostrel_parse_client_name_inst(row.text, &name, &instance);
     EXPECT_STREQ(name, row.name) << row.text;
-    if (row.instance == nullptr) {
-      EXPECT_EQ(instance, nullptr) << row.text;
-    } else {
-      EXPECT_STREQ(instance, row.instance) << row.text;
-    }
+    EXPECT_STREQ(instance, row.instance) << row.text;  // two null pointers compare equal, nothing else does
     std::free(name);
     std::free(instance);
   }

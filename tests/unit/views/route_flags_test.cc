@@ -16,10 +16,9 @@ class RouteFlagsTest : public ::testing::Test {
   void SetUp() override { ostrel_platform_detail = 0; }
   void TearDown() override { ostrel_platform_detail = 0; }
 
-  std::string entry_text(const mrib_attrib_entry_pod& attr, int* length = nullptr) {
+  std::string entry_text(const mrib_attrib_entry_pod& attr) {
     char buf[128];
     int written = ostrel_fmt_entry_flags(buf, sizeof buf, &attr);
-    if (length != nullptr) *length = written;
     EXPECT_EQ(static_cast<size_t>(written), std::strlen(buf));
     return buf;
   }
@@ -43,30 +42,42 @@ class RouteFlagsTest : public ::testing::Test {
   }
 };
 
-TEST_F(RouteFlagsTest, EntryMnemonicsFollowOutputOrderNotFieldOrder) {
-  mrib_attrib_entry_pod attr{};
-  attr.IsDirectlyConnectedCheckSet = attr.IsRPFNeighborPresent = attr.IsMDTAddressOn = 1;
-  int length = -1;
-  EXPECT_EQ("C RPF MA", entry_text(attr, &length));
-  EXPECT_EQ(8, length);
+// With every word set, the texts show the output order and which rows need -D.
+TEST_F(RouteFlagsTest, FullSetsInOutputOrderWithDetailRowsOnlyUnderDetail) {
+  const auto entry = all_set<mrib_attrib_entry_pod>();
+  const auto intf = all_set<mrib_attrib_intrf_pod>();
+  EXPECT_EQ("L E S C IA IF D RPF MNSF ME MD MH MBH ML MLF PM MA MT CD MPLS EX MDT_IFH P MoFE MoFS AT X ICD",
+            entry_text(entry));
+  EXPECT_EQ("F A A2 IC NS DP SP II ID LI LD DI EI PC MI LMI TMI IRMI MT MA LVIF EX TR AT TRMI MH",
+            intf_text(intf));
 
-  attr = {};
-  attr.IsPlatformModified = attr.IsMDTAddressOn = 1;
-  EXPECT_EQ("PM MA", entry_text(attr));
-
-  attr = {};
-  attr.VXLAN = attr.InitialConvergenceDone = 1;
-  EXPECT_EQ("X ICD", entry_text(attr));
+  ostrel_platform_detail = 1;
+  EXPECT_EQ(
+      "L E S C IA IF D RPF MNSF ME MD MH MBH ML MLF PM MA MT CD MPLS EX EID RPFID MDT_IFH P MoFE MoFS MoFP "
+      "MoFB AT "
+      "X ICD",
+      entry_text(entry));
+  EXPECT_EQ("F A A2 IC NS DP SP II ID LI LD DI EI PC EG MI LMI TMI IRMI MT MA LVIF EX TR AT TRMI MH",
+            intf_text(intf));
 }
 
-TEST_F(RouteFlagsTest, EntryDetailRowsNeedTheDetailSwitch) {
-  mrib_attrib_entry_pod attr{};
-  attr.EncapsulationIdentifierFlag = attr.IsMDTInterfaceSpecialOn = 1;
-  attr.MOFRRPrimary = attr.MOFRRBackup = attr.RPFIdentifierFlag = 1;
-  attr.CandidateMOFRR = 1;
-  EXPECT_EQ("MDT_IFH MoFE", entry_text(attr));
+// Sets whose words lie apart in the record, or that only -D shows, print their own words and no others.
+TEST_F(RouteFlagsTest, PartialSetsPrintTheirOwnWords) {
+  mrib_attrib_entry_pod entry{};
+  entry.IsPlatformModified = entry.VXLAN = entry.InitialConvergenceDone = entry.IsMDTAddressOn = 1;
+  EXPECT_EQ("PM MA X ICD", entry_text(entry));
+  entry = {};
+  entry.EncapsulationIdentifierFlag = entry.IsMDTInterfaceSpecialOn = entry.CandidateMOFRR = 1;
+  entry.MOFRRPrimary = entry.MOFRRBackup = entry.RPFIdentifierFlag = 1;
+  EXPECT_EQ("MDT_IFH MoFE", entry_text(entry));
+  mrib_attrib_intrf_pod intf{};
+  intf.IsForward = intf.IsEncapsulationInterface = intf.IsUnderlyingPhysicalChange = intf.IsEgressInterface =
+      1;
+  intf.IsP2MPInterface = intf.IsExtranet = 1;
+  EXPECT_EQ("F EI PC LVIF EX", intf_text(intf));
   ostrel_platform_detail = 1;
-  EXPECT_EQ("EID RPFID MDT_IFH MoFE MoFP MoFB", entry_text(attr));
+  EXPECT_EQ("EID RPFID MDT_IFH MoFE MoFP MoFB", entry_text(entry));
+  EXPECT_EQ("F EI PC EG LVIF EX", intf_text(intf));
 }
 
 TEST_F(RouteFlagsTest, ForwardMplsIsNeverPrintedAndMplsMeansViaLsm) {
@@ -77,57 +88,16 @@ TEST_F(RouteFlagsTest, ForwardMplsIsNeverPrintedAndMplsMeansViaLsm) {
   EXPECT_EQ("MPLS", entry_text(attr));
 }
 
-TEST_F(RouteFlagsTest, InterfaceMnemonicsFollowOutputOrder) {
-  mrib_attrib_intrf_pod attr{};
-  attr.IsForward = attr.IsEncapsulationInterface = attr.IsUnderlyingPhysicalChange = 1;
-  EXPECT_EQ("F EI PC", intf_text(attr));
-
-  attr = {};
-  attr.IsP2MPInterface = attr.IsExtranet = 1;
-  EXPECT_EQ("LVIF EX", intf_text(attr));
-
-  attr = {};
-  attr.IsEgressInterface = attr.IsAccept = 1;
-  EXPECT_EQ("A", intf_text(attr));
-  ostrel_platform_detail = 1;
-  EXPECT_EQ("A EG", intf_text(attr));
-}
-
-TEST_F(RouteFlagsTest, FullSetsFitTheSmallestCallerBuffer) {
-  const auto entry = all_set<mrib_attrib_entry_pod>();
-  const auto intf = all_set<mrib_attrib_intrf_pod>();
-  int length = -1;
-  EXPECT_EQ("L E S C IA IF D RPF MNSF ME MD MH MBH ML MLF PM MA MT CD MPLS EX MDT_IFH P MoFE MoFS AT X ICD",
-            entry_text(entry, &length));
-  EXPECT_EQ("F A A2 IC NS DP SP II ID LI LD DI EI PC MI LMI TMI IRMI MT MA LVIF EX TR AT TRMI MH",
-            intf_text(intf));
-
-  ostrel_platform_detail = 1;
-  EXPECT_EQ(
-      "L E S C IA IF D RPF MNSF ME MD MH MBH ML MLF PM MA MT CD MPLS EX EID RPFID MDT_IFH P MoFE MoFS MoFP "
-      "MoFB AT "
-      "X ICD",
-      entry_text(entry, &length));
-  EXPECT_EQ(113, length);
-  std::string intf_full = intf_text(intf);
-  EXPECT_EQ("F A A2 IC NS DP SP II ID LI LD DI EI PC EG MI LMI TMI IRMI MT MA LVIF EX TR AT TRMI MH",
-            intf_full);
-  EXPECT_EQ(86u, intf_full.size());
-}
-
-TEST_F(RouteFlagsTest, EntryFormatterWithoutRoomLeavesTheBufferAlone) {
-  const auto attr = all_set<mrib_attrib_entry_pod>();
-  char buf[4] = {'x', 'y', 'z', 'w'};
-  EXPECT_EQ(0, ostrel_fmt_entry_flags(buf, 0, &attr));
-  EXPECT_EQ(0, ostrel_fmt_entry_flags(buf, -5, &attr));
-  EXPECT_EQ(0, std::memcmp(buf, "xyzw", 4));
-}
-
-TEST_F(RouteFlagsTest, ShortBuffersCutTheTextWithinTheirSize) {
-  mrib_attrib_entry_pod entry{};
-  entry.IsDirectlyConnectedCheckSet = entry.IsRPFNeighborPresent = entry.IsMDTAddressOn = 1;
+TEST_F(RouteFlagsTest, ShortBuffersCutTheTextWithinTheirSizeAndNoRoomLeavesThemAlone) {
+  const auto all = all_set<mrib_attrib_entry_pod>();
   char buf[8];
   std::memset(buf, '#', sizeof buf);
+  EXPECT_EQ(0, ostrel_fmt_entry_flags(buf, 0, &all));
+  EXPECT_EQ(0, ostrel_fmt_entry_flags(buf, -5, &all));
+  EXPECT_EQ(0, std::memcmp(buf, "########", sizeof buf));
+
+  mrib_attrib_entry_pod entry{};
+  entry.IsDirectlyConnectedCheckSet = entry.IsRPFNeighborPresent = entry.IsMDTAddressOn = 1;
   EXPECT_EQ(3, ostrel_fmt_entry_flags(buf, 4, &entry));
   EXPECT_STREQ("C R", buf);
   EXPECT_EQ('#', buf[4]);
@@ -140,32 +110,29 @@ TEST_F(RouteFlagsTest, ShortBuffersCutTheTextWithinTheirSize) {
   EXPECT_EQ('#', buf[1]);
 }
 
-TEST_F(RouteFlagsTest, EntryPredicateLeavesOutForwardMplsAndConvergence) {
+TEST_F(RouteFlagsTest, EntryPredicateLeavesOutForwardMplsAndConvergenceAndDetailWordsWithoutDetail) {
   mrib_attrib_entry_pod attr{};
   EXPECT_EQ(0u, ostrel_entry_flags_any(&attr));
   attr.IsForwardMPLS = attr.InitialConvergenceDone = 1;
   ostrel_platform_detail = 1;
   EXPECT_EQ(0u, ostrel_entry_flags_any(&attr));
   EXPECT_EQ("ICD", entry_text(attr));
-  ostrel_platform_detail = 0;
 
-  attr = {};
-  attr.IsMDTInterfaceSpecialOn = 1;
-  EXPECT_EQ(1u, ostrel_entry_flags_any(&attr));
-  attr = {};
-  attr.VXLAN = 1;
-  EXPECT_EQ(1u, ostrel_entry_flags_any(&attr));
-}
-
-TEST_F(RouteFlagsTest, EntryPredicateCountsDetailWordsOnlyUnderDetail) {
   for (uint32_t mrib_attrib_entry_pod::*field :
        {&mrib_attrib_entry_pod::EncapsulationIdentifierFlag, &mrib_attrib_entry_pod::RPFIdentifierFlag,
         &mrib_attrib_entry_pod::MOFRRPrimary, &mrib_attrib_entry_pod::MOFRRBackup}) {
-    mrib_attrib_entry_pod attr{};
+    attr = {};
     attr.*field = 1;
     ostrel_platform_detail = 0;
     EXPECT_EQ(0u, ostrel_entry_flags_any(&attr));
     ostrel_platform_detail = 1;
+    EXPECT_EQ(1u, ostrel_entry_flags_any(&attr));
+  }
+  ostrel_platform_detail = 0;
+  for (uint32_t mrib_attrib_entry_pod::*field :
+       {&mrib_attrib_entry_pod::IsMDTInterfaceSpecialOn, &mrib_attrib_entry_pod::VXLAN}) {
+    attr = {};
+    attr.*field = 1;
     EXPECT_EQ(1u, ostrel_entry_flags_any(&attr));
   }
 }
@@ -181,6 +148,7 @@ TEST_F(RouteFlagsTest, InterfacePredicateCountsMdtDataAndEgressOnlyUnderDetail) 
     ostrel_platform_detail = 1;
     EXPECT_EQ(1u, ostrel_intf_flags_any(&attr));
   }
+  ostrel_platform_detail = 0;
   mrib_attrib_intrf_pod attr{};
   attr.EVPN_MH_Interface = 1;
   EXPECT_EQ(1u, ostrel_intf_flags_any(&attr));
