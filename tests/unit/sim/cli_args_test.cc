@@ -23,8 +23,9 @@ class Keywords {
   mcast_cli_args_t ctx_{};
 };
 
-TEST(CliArgs, KeywordsAnywhereWithNumbersInCNotation) {
-  Keywords args({"/usr/bin/ostrel", "-detail", "-p", "0x18", "-cmd", "2", "-n", "pim:1"});
+TEST(CliArgs, KeywordsAnywhereWithNumbersInCNotationAndAddresses) {
+  Keywords args(
+      {"/usr/bin/ostrel", "-detail", "-p", "0x18", "-cmd", "2", "-n", "pim:1", "-address", "10.0.0.1"});
   uint32_t present = 0, value = 0;
   ASSERT_EQ(mcast_cli_args_eval_32(args.ctx(), "-cmd", 1, &present, &value), kCerrOk);
   EXPECT_EQ(present, 1u);
@@ -37,16 +38,11 @@ TEST(CliArgs, KeywordsAnywhereWithNumbersInCNotation) {
   uint32_t flag = 0;
   ASSERT_EQ(mcast_cli_args_eval_none(args.ctx(), "-detail", 1, &flag), kCerrOk);
   EXPECT_EQ(flag, 1u);
-}
-
-TEST(CliArgs, AddressComesBackInNetworkByteOrder) {
-  Keywords args({"ostrel", "-cmd", "9", "-address", "10.0.0.1"});
-  uint32_t present = 0, value = 0;
   ASSERT_EQ(mcast_cli_args_eval_32(args.ctx(), "-address", 1, &present, &value), kCerrOk);
-  EXPECT_EQ(value, htonl(0x0a000001));
+  EXPECT_EQ(value, htonl(0x0a000001));  // network byte order
 }
 
-TEST(CliArgs, AbsentOptionalKeywordIsSilentAndLeavesTheValue) {
+TEST(CliArgs, AbsentOptionalKeywordIsSilentMissingRequiredOneFails) {
   Keywords args({"-cmd", "-r", "-v", "red"});  // the program name is no keyword
   testing::internal::CaptureStderr();
   uint32_t present = 7, value = 42, flag = 7;
@@ -56,17 +52,16 @@ TEST(CliArgs, AbsentOptionalKeywordIsSilentAndLeavesTheValue) {
   EXPECT_EQ(present, 0u);
   EXPECT_EQ(value, 42u);
   EXPECT_EQ(flag, 0u);
-}
 
-TEST(CliArgs, MissingRequiredKeywordOrValueFailsWithAMessage) {
-  Keywords args({"/bin/ostrel", "-cmd", "2", "-p"});
+  // Missing when required, or missing its value: a failure with a message.
+  Keywords missing({"/bin/ostrel", "-cmd", "2", "-p"});
   const char* name = nullptr;
   testing::internal::CaptureStderr();
-  EXPECT_NE(mcast_cli_args_eval_str(args.ctx(), "-n", 0, nullptr, &name), kCerrOk);
+  EXPECT_NE(mcast_cli_args_eval_str(missing.ctx(), "-n", 0, nullptr, &name), kCerrOk);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "ostrel: missing required keyword -n\n");
-  uint32_t present = 0, value = 0;
+  present = 7;
   testing::internal::CaptureStderr();
-  EXPECT_NE(mcast_cli_args_eval_32(args.ctx(), "-p", 1, &present, &value), kCerrOk);
+  EXPECT_NE(mcast_cli_args_eval_32(missing.ctx(), "-p", 1, &present, &value), kCerrOk);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "ostrel: missing value for keyword -p\n");
   EXPECT_EQ(present, 0u);
 }

@@ -16,7 +16,7 @@ int print_entry(uint32_t group, uint32_t source, uint32_t length, char* buffer, 
   return mrib_utl_print_entry(0, key, 0, buffer, size, 0);
 }
 
-TEST(PrintEntry, SourceGroupFormWithAnySourceAndPrefixLength) {
+TEST(PrintEntry, SourceGroupFormsTheirRoomAndInjectedFaults) {
   char line[512];
   EXPECT_EQ(print_entry(0xe8010101, 0x0a000001, 32, line, sizeof line), 20);
   EXPECT_STREQ(line, "(10.0.0.1,232.1.1.1)");
@@ -26,24 +26,13 @@ TEST(PrintEntry, SourceGroupFormWithAnySourceAndPrefixLength) {
   EXPECT_STREQ(line, "(*,232.1.1.1)");
   print_entry(0xe8010100, 0x0a000001, 24, line, sizeof line);
   EXPECT_STREQ(line, "(10.0.0.1,232.1.1.0/24)");
-}
-
-TEST(PrintEntry, NegativeWhenTheDesignationDoesNotFit) {
-  char line[32];
   EXPECT_EQ(print_entry(0xe8010101, 0x0a000001, 32, line, 21), 20);  // exactly the text and its terminator
   EXPECT_LT(print_entry(0xe8010101, 0x0a000001, 32, line, 20), 0);
   EXPECT_STREQ(line, "");
-}
-
-TEST(PrintEntry, InjectedFailureAndOverflow) {
-  char line[512];
-  {
-    ostrel::sim::TestRoot root(R"({"faults": [{"op": "print_entry", "overflow": true}]})");
-    EXPECT_EQ(print_entry(0xe8010101, 0, 32, line, sizeof line), -1);
-  }
-  {
-    ostrel::sim::TestRoot root(R"({"faults": [{"op": "print_entry"}]})");
-    EXPECT_EQ(print_entry(0xe8010101, 0, 32, line, sizeof line), -2);
+  for (auto [fixture, result] : {std::pair{R"({"faults": [{"op": "print_entry", "overflow": true}]})", -1},
+                                 {R"({"faults": [{"op": "print_entry"}]})", -2}}) {
+    ostrel::sim::TestRoot root(fixture);
+    EXPECT_EQ(print_entry(0xe8010101, 0, 32, line, sizeof line), result) << fixture;
   }
 }
 
@@ -56,7 +45,7 @@ TEST(PrintBviEntry, DesignationInterfaceAndTable) {
   EXPECT_EQ(mrib_utl_print_bvi_entry("default", 0, 0, "BVI1", 32, line, 10), -1);
 }
 
-TEST(MribSnprintf, StoresWithinItsRoomAndCountsWhatItStored) {
+TEST(MribSnprintf, StoresWithinItsRoomAndCountsWhatItStoredForAppending) {
   char buffer[8] = "zzzzzzz";
   EXPECT_EQ(mrib_snprintf(buffer, 5, "%s%s", "abc", "def"), 4);
   EXPECT_STREQ(buffer, "abcd");
@@ -67,18 +56,17 @@ TEST(MribSnprintf, StoresWithinItsRoomAndCountsWhatItStored) {
   buffer[0] = 'q';
   EXPECT_EQ(mrib_snprintf(buffer, 0, "%s", "abc"), 0);
   EXPECT_EQ(buffer[0], 'q');
-}
 
-TEST(MribSnprintf, AppendingByTheReturnedCountNeverPassesTheEnd) {
-  char buffer[10];
-  char* at = buffer;
-  int room = sizeof buffer;
+  // Appending by the returned count never passes the end.
+  char sentence[10];
+  char* at = sentence;
+  int room = sizeof sentence;
   for (const char* word : {"C", "RPF", "MA", "MDT_IFH", "X"}) {
-    int stored = mrib_snprintf(at, room, "%s%s", at == buffer ? "" : " ", word);
+    int stored = mrib_snprintf(at, room, "%s%s", at == sentence ? "" : " ", word);
     at += stored;
     room -= stored;
   }
-  EXPECT_STREQ(buffer, "C RPF MA ");
+  EXPECT_STREQ(sentence, "C RPF MA ");
   EXPECT_EQ(room, 1);
 }
 

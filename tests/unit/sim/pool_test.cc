@@ -70,7 +70,7 @@ std::vector<int> orders(list_t list) {
   return seen;
 }
 
-TEST(List, InsertKeepsCompareOrderAndEqualElementsInArrivalOrder) {
+TEST(List, InsertKeepsCompareOrderEnqueueAppendsDequeueTakesTheFront) {
   std::vector<Item> items = {
       {"Gi0/0/0/10", 0}, {"Gi0/0/0/2", 1}, {"Gi0/0/0/10", 2}, {"Gi0/0/0/1", 3}, {"Gi0/0/0/2", 4}};
   std::vector<list_element> elements(items.size());
@@ -83,21 +83,20 @@ TEST(List, InsertKeepsCompareOrderAndEqualElementsInArrivalOrder) {
   EXPECT_EQ(orders(list.get()), (std::vector<int>{3, 1, 4, 0, 2}));
   EXPECT_EQ(list_count(list.get()), 5u);
   EXPECT_NE(list_insert_default(list.get(), &elements[0]), kCerrOk);  // already on the list
-}
 
-TEST(List, EnqueueAppendsAndDequeueTakesFromTheFront) {
-  std::vector<Item> items = {{"b", 0}, {"a", 1}, {"c", 2}};
-  std::vector<list_element> elements(items.size());
-  List list(list_create(by_length_then_name));
-  for (size_t i = 0; i < items.size(); ++i) {
-    elements[i].data = &items[i];
-    ASSERT_EQ(list_enqueue_default(list.get(), &elements[i]), kCerrOk);
+  // Enqueue appends whatever the order; dequeue takes from the front.
+  std::vector<Item> letters = {{"b", 0}, {"a", 1}, {"c", 2}};
+  std::vector<list_element> queued(letters.size());
+  List queue(list_create(by_length_then_name));
+  for (size_t i = 0; i < letters.size(); ++i) {
+    queued[i].data = &letters[i];
+    ASSERT_EQ(list_enqueue_default(queue.get(), &queued[i]), kCerrOk);
   }
-  EXPECT_EQ(orders(list.get()), (std::vector<int>{0, 1, 2}));
-  EXPECT_EQ(list_dequeue(list.get()), &elements[0]);
-  EXPECT_EQ(orders(list.get()), (std::vector<int>{1, 2}));
-  EXPECT_EQ(list_insert_default(list.get(), &elements[0]), kCerrOk);  // taken off, it may go on again
-  EXPECT_EQ(orders(list.get()), (std::vector<int>{1, 0, 2}));
+  EXPECT_EQ(orders(queue.get()), (std::vector<int>{0, 1, 2}));
+  EXPECT_EQ(list_dequeue(queue.get()), &queued[0]);
+  EXPECT_EQ(orders(queue.get()), (std::vector<int>{1, 2}));
+  EXPECT_EQ(list_insert_default(queue.get(), &queued[0]), kCerrOk);  // taken off, it may go on again
+  EXPECT_EQ(orders(queue.get()), (std::vector<int>{1, 0, 2}));
 }
 
 TEST(List, InjectedFaults) {

@@ -30,22 +30,19 @@ std::string show_fixture() {
     std::snprintf(name, sizeof name, "/big/s%04u", i);
     items.push_back(summary(name, i));
   }
+  for (const char* path : {"/short/a", "/short/b", "/short/c"}) items.push_back(summary(path, 7));
+  uint32_t groups = 0;
+  for (const char* path : {"/faulty/a", "/faulty/b", "/faulty/c"}) items.push_back(summary(path, ++groups));
   items.push_back(summary("/mixed/a", 1));
-  items.push_back({{"path", "/mixed/b"}, {"datatype", 8}, {"hex", "00"}});
-  items.push_back({{"path", "/mixed/c"}, {"datatype", 7}, {"hex", "00"}});
   items.push_back(summary("/mixed/d", 4));
-  items.push_back({{"path", "/bad/only"}, {"datatype", 9}, {"hex", "00"}});
   items.push_back(summary("/one/summary", 42));
-  items.push_back({{"path", "/one/raw"}, {"datatype", 8}, {"hex", "00"}});
+  for (auto [path, type] : {std::pair{"/mixed/b", 8}, {"/mixed/c", 7}, {"/bad/only", 9}, {"/one/raw", 8}})
+    items.push_back({{"path", path}, {"datatype", type}, {"hex", "00"}});
   json fixture;
   fixture["dirs"] = {"/empty/"};
   fixture["items"] = items;
   fixture["faults"] = {{{"op", "next"}, {"path", "/faulty/"}, {"index", 1}, {"code", 0x40cc0003}},
                        {{"op", "more"}, {"path", "/short/"}, {"code", 0x40cc0004}}};
-  for (const char* path : {"/short/a", "/short/b", "/short/c"}) fixture["items"].push_back(summary(path, 7));
-  fixture["items"].push_back(summary("/faulty/a", 1));
-  fixture["items"].push_back(summary("/faulty/b", 2));
-  fixture["items"].push_back(summary("/faulty/c", 3));
   return fixture.dump();
 }
 
@@ -80,6 +77,10 @@ class ShowTest : public ::testing::Test {
     return status;
   }
 
+  cerr_t item(vellum_handle_t handle, const char* path, void (*header)()) {
+    return mcast_show_item(handle, path, header, on_record, &record_, &ostrel_mrib_db_summ_pod_desc, 0);
+  }
+
   static TestRoot* root_;
   vellum_handle_t handle_ = nullptr;
   mrib_db_summ_pod record_{};
@@ -106,15 +107,13 @@ TEST_F(ShowTest, AFailedMoreFlagEndsTheTableAfterItsBatch) {
   EXPECT_EQ(seen, (std::vector<std::string>{"7", "7"}));
 }
 
-TEST_F(ShowTest, ItemsThatCannotBeShownAreReportedAndSkipped) {
+TEST_F(ShowTest, ItemsThatCannotBeShownAreReportedAndSkippedAndNoRecordMeansNoHeader) {
   std::string err;
   EXPECT_EQ(table("mixed", &err), kCerrOk);
   EXPECT_EQ(seen, (std::vector<std::string>{"header", "1", "4"}));
   EXPECT_EQ(err.rfind("Unexpected datatype: 8\nError decoding pod ", 0), 0u) << err;
-}
-
-TEST_F(ShowTest, NoHeaderWithoutARecord) {
-  std::string err;
+  // No header without a record.
+  seen.clear();
   EXPECT_EQ(table("empty/", &err), kCerrOk);
   EXPECT_EQ(table("bad/", &err), kCerrOk);
   EXPECT_EQ(err, "Unexpected datatype: 9\n");
@@ -130,32 +129,23 @@ TEST_F(ShowTest, AnItemThatCannotBeReadEndsTheTable) {
   EXPECT_EQ(err, std::string("Reading result data-list ") + cerr_strerror(0x40cc0003) + "\n");
 }
 
-TEST_F(ShowTest, ItemIsShownWithoutContext) {
-  int* no_context = &context_value;
-  EXPECT_EQ(mcast_show_item(handle_, "one/summary", on_header, on_record, &record_,
-                            &ostrel_mrib_db_summ_pod_desc, 0),
-            kCerrOk);
+TEST_F(ShowTest, ItemIsShownWithoutContextOrReadOnlyAndUnboundHandlesFail) {
+  EXPECT_EQ(item(handle_, "one/summary", on_header), kCerrOk);
   EXPECT_EQ(seen, (std::vector<std::string>{"header", "42"}));
-  EXPECT_EQ(*no_context, 0);
-  EXPECT_EQ(mcast_show_item(handle_, "one/missing", on_header, on_record, &record_,
-                            &ostrel_mrib_db_summ_pod_desc, 0),
-            kStoreNotFound);
+  EXPECT_EQ(context_value, 0);
+  EXPECT_EQ(item(handle_, "one/missing", on_header), kStoreNotFound);
   ::testing::internal::CaptureStderr();
-  EXPECT_NE(
-      mcast_show_item(handle_, "one/raw", nullptr, on_record, &record_, &ostrel_mrib_db_summ_pod_desc, 0),
-      kCerrOk);
+  EXPECT_NE(item(handle_, "one/raw", nullptr), kCerrOk);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Unexpected datatype: 8\n");
   EXPECT_EQ(seen.size(), 2u);
-}
 
-TEST_F(ShowTest, ReadingOnlyNeedsNoCallbacksAndUnboundHandlesFail) {
+  // Reading only needs no callbacks; unbound handles fail.
+  seen.clear();
   EXPECT_EQ(mcast_show_item(handle_, "one/raw", nullptr, nullptr, nullptr, nullptr, 0), kCerrOk);
   EXPECT_EQ(mcast_show_item(handle_, "one/missing", nullptr, nullptr, nullptr, nullptr, 0), kStoreNotFound);
   EXPECT_EQ(mcast_show_table(handle_, "mixed/", 256, nullptr, nullptr, nullptr, nullptr, 0, nullptr),
             kCerrOk);
-  EXPECT_EQ(mcast_show_item(nullptr, "one/summary", on_header, on_record, &record_,
-                            &ostrel_mrib_db_summ_pod_desc, 0),
-            kStoreNotBound);
+  EXPECT_EQ(item(nullptr, "one/summary", on_header), kStoreNotBound);
   EXPECT_EQ(mcast_show_table(nullptr, "big/", 256, on_header, on_record, &record_,
                              &ostrel_mrib_db_summ_pod_desc, 0, nullptr),
             kStoreNotBound);

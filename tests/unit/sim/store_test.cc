@@ -139,48 +139,36 @@ TEST_F(StoreTest, ListsEveryItemOnceInBatchesResumingAfterTheLastPath) {
   for (int i = 0; i < 600; ++i) EXPECT_EQ(all[i], "/big/" + item_name(i));
 }
 
-TEST_F(StoreTest, BatchThatEndsTheDirectoryExactlyHasNoMore) {
+TEST_F(StoreTest, BatchThatEndsTheDirectoryExactlyHasNoMoreAndResumeKeysCountByTheirLastElement) {
   Batch batch = read_batch(top_.handle, "/exact/", "", 256);
   EXPECT_EQ(batch.paths.size(), 256u);
   EXPECT_EQ(batch.more, 0u);
-  batch = read_batch(top_.handle, "/exact/", "", 255);
-  EXPECT_EQ(batch.more, 1u);
+  EXPECT_EQ(read_batch(top_.handle, "/exact/", "", 255).more, 1u);
   batch = read_batch(top_.handle, "/exact/", "i0255", 256);
   EXPECT_TRUE(batch.paths.empty());
   EXPECT_EQ(batch.more, 0u);
-}
-
-TEST_F(StoreTest, ResumeKeyCountsByItsLastElement) {
   for (const char* resume : {"i0255", "/big/i0255", "/elsewhere/i0255", "routedb/i0255", "i0255zz"}) {
-    Batch batch = read_batch(top_.handle, "big", resume, 1);
+    batch = read_batch(top_.handle, "big", resume, 1);
     ASSERT_EQ(batch.paths.size(), 1u) << resume;
     EXPECT_EQ(batch.paths[0], "/big/i0256") << resume;
   }
 }
 
-TEST_F(StoreTest, DirectoriesResolveBelowTheHandleWithOrWithoutClosingSlash) {
+TEST_F(StoreTest, DirectoriesResolveBelowTheHandleAndMissingOnesAreNotFound) {
   Handle big("/big");
   EXPECT_EQ(read_batch(big.handle, "", "", 2).paths, (std::vector<std::string>{"/big/i0000", "/big/i0001"}));
   EXPECT_EQ(read_batch(top_.handle, "/big", "", 1).paths, (std::vector<std::string>{"/big/i0000"}));
   // Items are listed in byte order; subdirectories are not items.
   EXPECT_EQ(read_batch(top_.handle, "order/", "", 256).paths,
             (std::vector<std::string>{"/order/B", "/order/_", "/order/a"}));
-}
-
-TEST_F(StoreTest, EmptyDirectoryListsAsEmptyBatchAndMissingOneIsNotFound) {
-  for (const char* dir : {"empty/", "order/sub/", "/", "big/x/.."}) {
-    SCOPED_TRACE(dir);
+  for (const char* dir : {"empty/", "order/sub/", "/"}) {
     Batch batch = read_batch(top_.handle, dir, "", 256);
-    if (std::string(dir) == "big/x/..") {
-      // Paths are names, not file-system paths: ".." means nothing to the store.
-      EXPECT_EQ(batch.status, kStoreNotFound);
-      continue;
-    }
-    EXPECT_EQ(batch.status, kCerrOk);
-    EXPECT_EQ(batch.more, 0u);
+    EXPECT_EQ(batch.status, kCerrOk) << dir;
+    EXPECT_EQ(batch.more, 0u) << dir;
   }
-  EXPECT_EQ(read_batch(top_.handle, "nope/", "", 256).status, kStoreNotFound);
-  EXPECT_EQ(read_batch(top_.handle, "big/i0001", "", 256).status, kStoreNotFound);
+  // Paths are names, not file-system paths: ".." means nothing to the store.
+  for (const char* dir : {"big/x/..", "nope/", "big/i0001"})
+    EXPECT_EQ(read_batch(top_.handle, dir, "", 256).status, kStoreNotFound) << dir;
 }
 
 TEST_F(StoreTest, ItemGetReturnsACallerOwnedCopyByPathOrAlias) {
@@ -255,10 +243,9 @@ constexpr cerr_t kCode = 0x40cc0001;
 
 std::string fault_fixture() {
   json fixture;
-  json items = raw_items("/f/", 5);
-  for (const json& item : raw_items("/g/", 3)) items.push_back(item);
-  for (const json& item : raw_items("/d1/", 1)) items.push_back(item);
-  for (const json& item : raw_items("/d2/", 1)) items.push_back(item);
+  json items = json::array();
+  for (auto [dir, count] : {std::pair{"/f/", 5}, {"/g/", 3}, {"/d1/", 1}, {"/d2/", 1}})
+    for (const json& item : raw_items(dir, count)) items.push_back(item);
   fixture["items"] = items;
   fixture["faults"] = {
       {{"op", "bind"}, {"path", "/refused"}, {"code", "0x40cc0001"}},
@@ -281,7 +268,7 @@ class StoreFaultTest : public ::testing::Test {
   Handle top_{"/"};
 };
 
-TEST_F(StoreFaultTest, BindAndDataListFail) {
+TEST_F(StoreFaultTest, BindDataListAndItsReadingFail) {
   vellum_handle_t handle = nullptr;
   EXPECT_EQ(vellum_bind(&handle, "/refused/", 0), kCode);
   EXPECT_EQ(handle, nullptr);
@@ -291,9 +278,8 @@ TEST_F(StoreFaultTest, BindAndDataListFail) {
   EXPECT_EQ(read_batch(top_.handle, "d2/", "", 256).status, kCerrOk);
   EXPECT_EQ(read_batch(top_.handle, "d2/", "", 256).status, kCode);
   EXPECT_EQ(read_batch(top_.handle, "d2/", "", 256).status, kCerrOk);
-}
 
-TEST_F(StoreFaultTest, ReadingCountsItemsAcrossBatchesOfOneListing) {
+  // Reading counts items across the batches of one listing.
   uint32_t count = 2;
   vellum_datalist_t list = nullptr;
   const char* path = nullptr;
@@ -312,7 +298,7 @@ TEST_F(StoreFaultTest, ReadingCountsItemsAcrossBatchesOfOneListing) {
   EXPECT_EQ(vellum_datalist_free(list), kCode);
 }
 
-TEST_F(StoreFaultTest, ItemGetFailsWithOrWithoutData) {
+TEST_F(StoreFaultTest, ItemGetListAndListNextFail) {
   uint32_t type = 7, length = 0;
   void* data = nullptr;
   EXPECT_EQ(vellum_item_get(top_.handle, "g/i0001", &type, &data, &length, 0), kCode);
@@ -324,9 +310,7 @@ TEST_F(StoreFaultTest, ItemGetFailsWithOrWithoutData) {
   EXPECT_EQ(data, nullptr);
   EXPECT_EQ(vellum_item_get(top_.handle, "g/i0000", &type, &data, &length, 0), kCerrOk);
   std::free(data);
-}
 
-TEST_F(StoreFaultTest, ListAndListNextFail) {
   int32_t count = -1;
   vellum_list_t list = nullptr;
   EXPECT_EQ(vellum_list(top_.handle, "f", "", &count, &list), kCode);

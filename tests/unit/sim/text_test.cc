@@ -47,7 +47,7 @@ TEST(NumberAndAddressTexts, WriteIntoTheCallersBufferOrGiveNone) {
   EXPECT_EQ(itoa(12345, buffer, 5, 10), nullptr);
 }
 
-TEST(Durations, FormChangesAtADayAndAWeek) {
+TEST(Durations, FormChangesAtADayAndAWeekAndNegativesGiveNone) {
   EXPECT_STREQ(sprint_dhms(0), "00:00:00");
   EXPECT_STREQ(sprint_dhms(83), "00:01:23");
   EXPECT_STREQ(sprint_dhms(86399), "23:59:59");
@@ -57,9 +57,7 @@ TEST(Durations, FormChangesAtADayAndAWeek) {
   EXPECT_STREQ(sprint_dhms(604800), "1w0d");
   EXPECT_STREQ(sprint_dhms64(2 * 604800 + 3 * 86400 + 86399), "2w3d");
   EXPECT_STREQ(sprint_dhms(0x7fffffff), "3550w5d");
-}
-
-TEST(Durations, ValuesNegativeAsSignedGiveNone) {
+  // Values negative as signed give none.
   EXPECT_EQ(sprint_dhms(0x80000000u), nullptr);
   EXPECT_EQ(sprint_dhms(0xffffffffu), nullptr);
   EXPECT_EQ(sprint_dhms64(0x8000000000000000ull), nullptr);
