@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "access/pod_schema.h"
 #include "platform/pod.h"
+#include "platform/pod_schema.h"
 
 namespace ostrel::sim::codec {
 

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "access/pod_schema.h"
 #include "platform/pod.h"
+#include "platform/pod_schema.h"
 
 namespace ostrel::pod {
 

@@ -20,7 +20,7 @@
 #include "access/pod_records.h"
 #include "platform/vellum.h"
 #include "sim/codec/pod_codec.h"
-#include "sim/fixture.h"
+#include "tools/fixture/fixture.h"
 
 namespace ostrel::tools {
 namespace {
@@ -338,7 +338,7 @@ bool number_option(const char* text, uint64_t max, uint64_t* out) {
 }  // namespace
 
 bool generate_root(const std::string& root, const GenerateSettings& s, std::string* error) {
-  if (!ostrel::sim::build_root(root, {{"generated base", base_fixture(s)}}, error)) return false;
+  if (!build_root(root, {{"generated base", base_fixture(s)}}, error)) return false;
   Totals totals;
   bool written = false;
   {

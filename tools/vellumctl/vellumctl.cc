@@ -10,14 +10,15 @@
 
 #include "platform/vellum.h"
 #include "sim/cerr_codes.h"
-#include "sim/fixture.h"
-#include "sim/fixture_encode.h"
 #include "sim/root.h"
+#include "tools/fixture/fixture.h"
+#include "tools/fixture/fixture_encode.h"
 #include "tools/vellumctl/generate.h"
 
 namespace {
 
 using namespace ostrel::sim;
+using namespace ostrel::tools;
 
 struct HandleOwner {
   vellum_handle_t handle = nullptr;

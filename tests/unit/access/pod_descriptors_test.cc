@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "access/pod_descriptors.h"
-#include "access/pod_schema.h"
+#include "platform/pod_schema.h"
 #include "sim/codec/registry.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "sim/fixture.h"
 #include "sim/root_testing.h"
+#include "tools/fixture/fixture.h"
 
 namespace ostrel::sim {
 
@@ -22,11 +22,11 @@ class TestRoot {
     EXPECT_NE(mkdtemp(pattern.data()), nullptr);
     scratch_ = pattern;
     dir_ = scratch_ + "/root";
-    std::vector<FixtureText> texts;
+    std::vector<tools::FixtureText> texts;
     for (size_t i = 0; i < fixtures.size(); ++i)
       texts.push_back({"fixture" + std::to_string(i), fixtures[i]});
     std::string error;
-    built_ = build_root(dir_, texts, &error);
+    built_ = tools::build_root(dir_, texts, &error);
     EXPECT_TRUE(built_) << error;
     root_reset_for_testing(dir_);
   }

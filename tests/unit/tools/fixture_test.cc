@@ -7,13 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "../sim/test_root.h"
 #include "sim/cerr_codes.h"
-#include "sim/fixture.h"
 #include "sim/root.h"
-#include "test_root.h"
+#include "tools/fixture/fixture.h"
 
-namespace ostrel::sim {
+namespace ostrel::tools {
 namespace {
+
+using namespace ostrel::sim;
 
 namespace fs = std::filesystem;
 
@@ -154,4 +156,4 @@ TEST_F(FixtureTest, RootWithoutAStoreAnswersNothing) {
 }
 
 }  // namespace
-}  // namespace ostrel::sim
+}  // namespace ostrel::tools

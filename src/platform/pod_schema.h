@@ -1,6 +1,7 @@
-// The pod schema notation: a parser for full schema strings, the decoded layout rule, and the compact form.
-// Everything here is constexpr, so that descriptors get their sizes and offset tables at compile time; the
-// record codec runs the same parser once per record type at run time.
+// The pod schema notation, shared by the program's descriptors and the platform's record decoder: a parser
+// for full schema strings, the decoded layout rule, and the compact form. Everything here is constexpr, so
+// that descriptors get their sizes and offset tables at compile time; the decoder runs the same parser once
+// per record type at run time.
 #pragma once
 
 #include <cstddef>
