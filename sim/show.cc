@@ -20,7 +20,7 @@ cerr_t show_record(const void* data, uint32_t length, mcast_show_header_fn heade
     std::fprintf(stderr, "Error decoding pod %s\n", cerr_strerror(status));
     return status;
   }
-  if (header && !*header_done) header();
+  if (header && !*header_done) header(context);
   *header_done = true;
   if (record) record(structure, context);
   if (cerr_t status = pod_free_indirections(structure, descriptor)) {
@@ -39,16 +39,19 @@ void free_list(vellum_datalist_t list) {
 
 cerr_t mcast_show_table(vellum_handle_t handle, const char* directory, uint32_t batch,
                         mcast_show_header_fn header, mcast_show_record_fn record, void* structure,
-                        const pod_desc* descriptor, uint32_t flags, void* context) {
+                        const pod_desc* descriptor, uint32_t flags, void* context, uint32_t* listed) {
+  if (listed) *listed = 0;
   if (!directory || flags != 0) return ostrel::sim::kBadArgument;
   bool decode = structure && descriptor;
   bool header_done = false;
   char resume_key[256] = "";
+  uint32_t items = 0;
   for (;;) {
     uint32_t count = batch;
     uint32_t more = 0;
     vellum_datalist_t list = nullptr;
     if (cerr_t status = vellum_datalist(handle, directory, resume_key, &count, &list, 0)) return status;
+    items += count;
     const char* item_path = nullptr;
     for (uint32_t i = 0; i < count; ++i) {
       uint32_t type = 0;
@@ -73,13 +76,15 @@ cerr_t mcast_show_table(vellum_handle_t handle, const char* directory, uint32_t 
       more = 0;
     }
     free_list(list);
-    if (!more || count == 0) return kCerrOk;
+    if (!more || count == 0) break;
   }
+  if (listed) *listed = items;
+  return kCerrOk;
 }
 
 cerr_t mcast_show_item(vellum_handle_t handle, const char* path, mcast_show_header_fn header,
                        mcast_show_record_fn record, void* structure, const pod_desc* descriptor,
-                       uint32_t flags) {
+                       uint32_t flags, void* context) {
   if (!path || flags != 0) return ostrel::sim::kBadArgument;
   uint32_t type = kVellumDataTypePod;
   void* data = nullptr;
@@ -93,5 +98,5 @@ cerr_t mcast_show_item(vellum_handle_t handle, const char* path, mcast_show_head
     return ostrel::sim::kPodWrongType;
   }
   bool header_done = false;
-  return show_record(data, length, header, record, structure, descriptor, nullptr, &header_done);
+  return show_record(data, length, header, record, structure, descriptor, context, &header_done);
 }

@@ -7,11 +7,27 @@
 
 #include "platform/pod.h"
 
-#define OSTREL_POD(name, text)            \
+#define OSTREL_POD(name, text)                \
   extern const pod_desc ostrel_##name##_desc; \
   const pod_desc* ostrel_##name##_desc_get();
-#include "access/pod_schemas_mrib.def"
 #include "access/pod_schemas_mfwd.def"
+#include "access/pod_schemas_mrib.def"
+#undef OSTREL_POD
+
+// The descriptor of a record type, by the type's decoded structure: OstrelPod<mrib_route_pod>::desc. Every
+// schema row names its structure, and pod_records_check.cc holds each structure to its schema, so code that
+// names the structure gets the descriptor of its layout; a structure without a schema row does not compile.
+template <typename Record>
+struct OstrelPod;
+
+#define OSTREL_POD(name, text)                                     \
+  struct name;                                                     \
+  template <>                                                      \
+  struct OstrelPod<name> {                                         \
+    static constexpr const pod_desc* desc = &ostrel_##name##_desc; \
+  };
+#include "access/pod_schemas_mfwd.def"
+#include "access/pod_schemas_mrib.def"
 #undef OSTREL_POD
 
 // The descriptors of each group, in registration order.

@@ -1,15 +1,40 @@
 #include "access/query.h"
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "access/output.h"
 #include "access/switches.h"
 #include "platform/text.h"
 
 char ostrel_query_path[256];
 char ostrel_resume_key[256];
 
+bool ostrel_build_path(const char* format, ...) {
+  va_list args;
+  va_start(args, format);
+  int length = std::vsnprintf(ostrel_query_path, sizeof ostrel_query_path, format, args);
+  va_end(args);
+  if (length >= 0 && static_cast<size_t>(length) < sizeof ostrel_query_path) return true;
+  std::fputs("Error building query string\n", stderr);
+  return false;
+}
+
+void ostrel_report_missing(cerr_t code, const ViewTexts& texts) {
+  if (code == texts.not_found_code) {
+    if (texts.not_found != nullptr) ostrel_out(texts.not_found);
+  } else if (texts.not_available != nullptr) {
+    if (ostrel_debug) {
+      ostrel_outf("%s: %s\n", texts.not_available, cerr_strerror(code));
+    } else {
+      ostrel_outf("%s\n", texts.not_available);
+    }
+  }
+}
+
+namespace ostrel::detail {
 namespace {
 
 void free_list(vellum_datalist_t list) {
@@ -34,7 +59,7 @@ struct BatchResult {
 };
 
 // Reads, checks, decodes, prints and releases each item of one batch.
-void walk_batch(const ListCycle& cycle, vellum_datalist_t list, uint32_t count, BatchResult* out) {
+void walk_batch(const ListSteps& steps, vellum_datalist_t list, uint32_t count, BatchResult* out) {
   BatchResult& result = *out;
   result = {};
   const char* last_path = nullptr;
@@ -53,105 +78,99 @@ void walk_batch(const ListCycle& cycle, vellum_datalist_t list, uint32_t count, 
       std::fprintf(stderr, "Unexpected datatype: %x\n", data_type);
       continue;
     }
-    if (cerr_t rc = pod_decode(data, length, cycle.record, cycle.desc); rc != kCerrOk) {
+    if (cerr_t rc = pod_decode(data, length, steps.record, steps.desc); rc != kCerrOk) {
       std::fprintf(stderr, "Error decoding pod %s\n", cerr_strerror(rc));
       continue;
     }
     result.decoded_any = true;
-    cycle.print(cycle.record, cycle.context);
-    release(cycle.record, cycle.desc);
-    if (cycle.resume_key != nullptr)
-      result.have_key = cycle.resume_key(cycle.record, result.key, sizeof result.key, cycle.context);
+    steps.print(steps.view, steps.record);
+    release(steps.record, steps.desc);
+    if (steps.resume_key != nullptr)
+      result.have_key = steps.resume_key(steps.view, steps.record, result.key, sizeof result.key);
   }
   // The default key is the last item's path, which the list owns: take it before the list goes.
-  if (cycle.resume_key == nullptr && last_path != nullptr) copy_key(last_path);
+  if (steps.resume_key == nullptr && last_path != nullptr) copy_key(last_path);
+}
+
+bool next_batch_wanted(BatchRule rule, uint32_t more, uint32_t count, const BatchResult& batch) {
+  switch (rule) {
+    case BatchRule::kMoreFlag:
+      return more != 0;
+    case BatchRule::kMoreFlagAndDecoded:
+      return more != 0 && batch.decoded_any;
+    case BatchRule::kFullBatch:
+      return count == kOstrelBatchSize;
+  }
+  return false;
 }
 
 }  // namespace
 
-void ostrel_print_not_available(const char* text, cerr_t code) {
-  if (ostrel_debug) {
-    std::printf("%s: %s\n", text, cerr_strerror(code));
-  } else {
-    std::puts(text);
-  }
-}
-
-ListOutcome ostrel_list_cycle(const ListCycle& cycle) {
+ListOutcome run_list_cycle(const ListSteps& steps) {
   ListOutcome outcome;
-  std::memset(cycle.record, 0, cycle.record_size);
+  std::memset(steps.record, 0, steps.record_size);
   ostrel_resume_key[0] = '\0';
-  bool first = true;
   BatchResult batch;
   for (;;) {
     uint32_t more = 0;
     uint32_t count = kOstrelBatchSize;
     vellum_datalist_t list = nullptr;
-    cerr_t rc = vellum_datalist(cycle.handle, ostrel_query_path, ostrel_resume_key, &count, &list, 0);
+    cerr_t rc = vellum_datalist(steps.handle, ostrel_query_path, ostrel_resume_key, &count, &list, 0);
     if (rc != kCerrOk) {
-      if (rc != cycle.silent_code && cycle.not_available != nullptr)
-        ostrel_print_not_available(cycle.not_available, rc);
+      ostrel_report_missing(rc, *steps.texts);
       outcome.failed = true;
       return outcome;
     }
     if (count == 0) {
       free_list(list);
-      return outcome;
+      break;
     }
+    if (!outcome.listed_any && steps.on_first_batch != nullptr) steps.on_first_batch(steps.view);
     outcome.listed_any = true;
-    if (first && cycle.on_first_batch != nullptr) cycle.on_first_batch(cycle.context);
-    first = false;
-    walk_batch(cycle, list, count, &batch);
+    walk_batch(steps, list, count, &batch);
     if (batch.read_failed) return outcome;
-    if (cycle.rule != BatchRule::kFullBatch) {
+    if (steps.rule != BatchRule::kFullBatch) {
       if (rc = vellum_datalist_get_more_flag(list, &more); rc != kCerrOk) {
         std::fprintf(stderr, "Error in getting more flag %s\n", cerr_strerror(rc));
         more = 0;
       }
     }
     free_list(list);
-    bool go_on = false;
-    switch (cycle.rule) {
-      case BatchRule::kMoreFlag:
-        go_on = more != 0;
-        break;
-      case BatchRule::kMoreFlagAndDecoded:
-        go_on = more != 0 && batch.decoded_any;
-        break;
-      case BatchRule::kFullBatch:
-        go_on = count == kOstrelBatchSize;
-        break;
-    }
-    if (!go_on) return outcome;
-    if (cycle.resume_key != nullptr) {
-      if (!batch.have_key) return outcome;
+    if (!next_batch_wanted(steps.rule, more, count, batch)) break;
+    if (steps.resume_key != nullptr) {
+      if (!batch.have_key) break;
       copy_key(batch.key);
     }
   }
+  if (!outcome.listed_any && steps.texts->none_listed != nullptr) ostrel_out(steps.texts->none_listed);
+  return outcome;
 }
 
-cerr_t ostrel_item_cycle(const ItemCycle& cycle) {
-  std::memset(cycle.record, 0, cycle.record_size);
+cerr_t run_item_cycle(const ItemSteps& steps) {
+  std::memset(steps.record, 0, steps.record_size);
   uint32_t data_type = kVellumDataTypePod, length = 0;
   void* data = nullptr;
-  cerr_t rc = vellum_item_get(cycle.handle, ostrel_query_path, &data_type, &data, &length, 0);
+  cerr_t rc = vellum_item_get(steps.handle, ostrel_query_path, &data_type, &data, &length, 0);
   if (rc != kCerrOk) {
     std::free(data);
+    ostrel_report_missing(rc, *steps.texts);
     return rc;
   }
-  if (cycle.on_read != nullptr) cycle.on_read(cycle.context);
-  if (cycle.check_data_type && data_type != kVellumDataTypePod) {
+  if (steps.on_read != nullptr) steps.on_read(steps.view);
+  if (steps.check_data_type && data_type != kVellumDataTypePod) {
     std::free(data);
     std::fprintf(stderr, "Unexpected datatype: %x\n", data_type);
     return kCerrOk;
   }
-  cerr_t decoded = pod_decode(data, length, cycle.record, cycle.desc);
+  cerr_t decoded = pod_decode(data, length, steps.record, steps.desc);
   std::free(data);
   if (decoded != kCerrOk) {
-    std::fprintf(stderr, cycle.decode_error, cerr_strerror(decoded));
+    std::fprintf(stderr, steps.decode_error, cerr_strerror(decoded));
     return kCerrOk;
   }
-  cycle.print(cycle.record, cycle.context);
-  release(cycle.record, cycle.desc);
+  steps.print(steps.view, steps.record);
+  release(steps.record, steps.desc);
   return kCerrOk;
 }
+
+}  // namespace ostrel::detail

@@ -1,21 +1,46 @@
-// The two ways every view reads the store: the list cycle over the items below a directory, in batches that
-// resume after a key, and the single-item cycle. Both decode each record into the view's structure, hand it
-// to the view's printer and release what decoding attached; they print every per-item and per-batch message.
+// How every view reads the store. A view builds its path with ostrel_build_path(), names its record type
+// and its printer, and runs one of the cycles: the list cycle over the items below a directory, in batches
+// that resume after a key; the single-item cycle; or, for the keyword views, the platform's table and item
+// printers. The cycles decode each record into a buffer of its type, hand it to the printer, release what
+// decoding attached, and print every per-item and per-batch message. What a view says when its records are
+// not there is a ViewTexts row of its own.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
+#include "access/pod_descriptors.h"
 #include "platform/pod.h"
+#include "platform/show.h"
 #include "platform/vellum.h"
 
-// The directory or item path below the bound handle that the current view reads; built by the view.
+// The directory or item path below the bound handle that the current view reads.
 extern char ostrel_query_path[256];
 // Where the next batch starts: empty for the first, then the key the cycle or the view derived.
 extern char ostrel_resume_key[256];
 
 inline constexpr cerr_t kOstrelNotFound = 0x40818600;  // the store has no such item or directory
 inline constexpr uint32_t kOstrelBatchSize = 256;
+
+// Writes a view's path into ostrel_query_path. False, after "Error building query string" on standard
+// error, when it does not fit; the view then ends.
+[[nodiscard]] bool ostrel_build_path(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+// What a view prints on standard output when its records are not there. A text left none prints nothing.
+struct ViewTexts {
+  // A listing or fetch that failed with any code but `not_found_code`: the view's "No MRIB ..." line, with
+  // a newline, or under -d followed by ": " and the error text.
+  const char* not_available = nullptr;
+  // The code by which the store says there is nothing there; some collections answer 2 instead.
+  cerr_t not_found_code = kOstrelNotFound;
+  // Printed as it stands for a listing or fetch that failed with `not_found_code`.
+  const char* not_found = nullptr;
+  // Printed as it stands when the listing succeeded but held no item at all.
+  const char* none_listed = nullptr;
+};
+
+// Prints what `texts` say of a listing or fetch that failed with `code`.
+void ostrel_report_missing(cerr_t code, const ViewTexts& texts);
 
 // When a further batch is asked for.
 enum class BatchRule : uint8_t {
@@ -24,24 +49,22 @@ enum class BatchRule : uint8_t {
   kFullBatch,           // the batch held exactly kOstrelBatchSize items (no more flag is asked for)
 };
 
-// A view's part in the list cycle. The path is in ostrel_query_path.
+// A view's part in the list cycle over ostrel_query_path, for records of type `Record`. Callbacks may be
+// none but `print`; each gets the view's `context`.
+template <typename Record, typename Context = void>
 struct ListCycle {
   vellum_handle_t handle = nullptr;
-  const pod_desc* desc = nullptr;
-  void* record = nullptr;  // the decoded structure, of the descriptor's size; zeroed once by the cycle
-  size_t record_size = 0;
-  const char* not_available = nullptr;   // the view's "No MRIB ..." line for a failed listing
-  cerr_t silent_code = kOstrelNotFound;  // a listing failure that ends the view without a word
+  ViewTexts texts = {};
   BatchRule rule = BatchRule::kMoreFlag;
-  void* context = nullptr;
-  // Called once, before the first item of the first batch that holds any; may be none.
-  void (*on_first_batch)(void* context) = nullptr;
-  void (*print)(void* record, void* context) = nullptr;
+  Context* context = nullptr;
+  // Called once, before the first item of the first batch that holds any.
+  void (*on_first_batch)(Context*) = nullptr;
+  void (*print)(const Record&, Context*) = nullptr;
   // Writes the key after which the next batch starts from a record just printed; false when no usable key
   // comes out. The cycle asks after every printed record and resumes after the last one's key, so an item
   // that fails to decode never decides where the walk goes on; a batch that leaves no key ends the walk.
   // None: the path of the last item read.
-  bool (*resume_key)(const void* record, char* key, size_t size, void* context) = nullptr;
+  bool (*resume_key)(const Record&, char* key, size_t size, Context*) = nullptr;
 };
 
 struct ListOutcome {
@@ -49,27 +72,153 @@ struct ListOutcome {
   bool failed = false;      // the listing itself failed (not-found included)
 };
 
-// Runs the list cycle over ostrel_query_path.
-ListOutcome ostrel_list_cycle(const ListCycle& cycle);
-
-// A view's part in the single-item cycle. The path is in ostrel_query_path.
+// A view's part in the single-item cycle over ostrel_query_path.
+template <typename Record, typename Context = void>
 struct ItemCycle {
   vellum_handle_t handle = nullptr;
-  const pod_desc* desc = nullptr;
-  void* record = nullptr;
-  size_t record_size = 0;
+  ViewTexts texts = {};
   bool check_data_type = true;
   const char* decode_error = "Error decoding pod %s\n";  // one "%s", the error text
-  void* context = nullptr;
+  Context* context = nullptr;
   // Called once the item was read, before it is decoded; may be none.
-  void (*on_read)(void* context) = nullptr;
-  void (*print)(void* record, void* context) = nullptr;
+  void (*on_read)(Context*) = nullptr;
+  void (*print)(const Record&, Context*) = nullptr;
 };
 
-// Runs the single-item cycle over ostrel_query_path. Returns the fetch status: 0 when the item was read
-// (whatever decoding made of it); otherwise the view prints its own not-found or not-available text.
-[[nodiscard]] cerr_t ostrel_item_cycle(const ItemCycle& cycle);
+// A keyword view's part in the platform's table and item printers. `header` may be none.
+template <typename Record, typename Context = void>
+struct ShowCallbacks {
+  void (*header)(Context*) = nullptr;
+  void (*print)(const Record&, Context*) = nullptr;
+  Context* context = nullptr;
+};
 
-// Writes the view's not-available line for `code`: the plain text and a newline, or with -d the text, ": "
-// and the error text.
-void ostrel_print_not_available(const char* text, cerr_t code);
+namespace ostrel::detail {
+
+// The decoded record of every cycle over `Record`: one buffer for the whole run, so that decoding reuses it
+// for every item. REQUIRES: no printer runs a cycle over its own record type.
+template <typename Record>
+inline Record decoded{};
+
+// The cycles' untyped form: the record buffer with its descriptor, and the typed cycle behind thunks.
+struct ListSteps {
+  vellum_handle_t handle;
+  const ViewTexts* texts;
+  BatchRule rule;
+  const pod_desc* desc;
+  void* record;
+  size_t record_size;
+  const void* view;
+  void (*on_first_batch)(const void* view);
+  void (*print)(const void* view, const void* record);
+  bool (*resume_key)(const void* view, const void* record, char* key, size_t size);
+};
+ListOutcome run_list_cycle(const ListSteps& steps);
+
+struct ItemSteps {
+  vellum_handle_t handle;
+  const ViewTexts* texts;
+  bool check_data_type;
+  const char* decode_error;
+  const pod_desc* desc;
+  void* record;
+  size_t record_size;
+  const void* view;
+  void (*on_read)(const void* view);
+  void (*print)(const void* view, const void* record);
+};
+cerr_t run_item_cycle(const ItemSteps& steps);
+
+template <typename Cycle, typename Record>
+void print_thunk(const void* view, const void* record) {
+  const Cycle& c = *static_cast<const Cycle*>(view);
+  c.print(*static_cast<const Record*>(record), c.context);
+}
+
+}  // namespace ostrel::detail
+
+// Runs the list cycle over ostrel_query_path, printing what cycle.texts say when the listing fails or holds
+// nothing.
+template <typename Record, typename Context>
+ListOutcome ostrel_list_cycle(const ListCycle<Record, Context>& cycle) {
+  using Cycle = ListCycle<Record, Context>;
+  using namespace ostrel::detail;
+  ListSteps steps{cycle.handle,   &cycle.texts, cycle.rule, OstrelPod<Record>::desc,    &decoded<Record>,
+                  sizeof(Record), &cycle,       nullptr,    print_thunk<Cycle, Record>, nullptr};
+  if (cycle.on_first_batch != nullptr) {
+    steps.on_first_batch = [](const void* view) {
+      const Cycle& c = *static_cast<const Cycle*>(view);
+      c.on_first_batch(c.context);
+    };
+  }
+  if (cycle.resume_key != nullptr) {
+    steps.resume_key = [](const void* view, const void* record, char* key, size_t size) {
+      const Cycle& c = *static_cast<const Cycle*>(view);
+      return c.resume_key(*static_cast<const Record*>(record), key, size, c.context);
+    };
+  }
+  return run_list_cycle(steps);
+}
+
+// Runs the single-item cycle over ostrel_query_path. Returns the fetch status: 0 when the item was read
+// (whatever decoding made of it); otherwise cycle.texts were printed and the view may add its own.
+template <typename Record, typename Context>
+cerr_t ostrel_item_cycle(const ItemCycle<Record, Context>& cycle) {
+  using Cycle = ItemCycle<Record, Context>;
+  using namespace ostrel::detail;
+  ItemSteps steps{cycle.handle,
+                  &cycle.texts,
+                  cycle.check_data_type,
+                  cycle.decode_error,
+                  OstrelPod<Record>::desc,
+                  &decoded<Record>,
+                  sizeof(Record),
+                  &cycle,
+                  nullptr,
+                  print_thunk<Cycle, Record>};
+  if (cycle.on_read != nullptr) {
+    steps.on_read = [](const void* view) {
+      const Cycle& c = *static_cast<const Cycle*>(view);
+      c.on_read(c.context);
+    };
+  }
+  return run_item_cycle(steps);
+}
+
+namespace ostrel::detail {
+
+template <typename Record, typename Context>
+void show_header_thunk(void* callbacks) {
+  const auto& c = *static_cast<const ShowCallbacks<Record, Context>*>(callbacks);
+  if (c.header != nullptr) c.header(c.context);
+}
+
+template <typename Record, typename Context>
+void show_record_thunk(void* record, void* callbacks) {
+  const auto& c = *static_cast<const ShowCallbacks<Record, Context>*>(callbacks);
+  if (c.print != nullptr) c.print(*static_cast<const Record*>(record), c.context);
+}
+
+}  // namespace ostrel::detail
+
+// The platform's table printer over `directory`, in batches of kOstrelBatchSize. Returns its status; with
+// `listed`, how many items the listing held.
+template <typename Record, typename Context>
+[[nodiscard]] cerr_t ostrel_show_table(vellum_handle_t handle, const char* directory,
+                                       const ShowCallbacks<Record, Context>& callbacks,
+                                       uint32_t* listed = nullptr) {
+  using namespace ostrel::detail;
+  return mcast_show_table(handle, directory, kOstrelBatchSize, show_header_thunk<Record, Context>,
+                          show_record_thunk<Record, Context>, &decoded<Record>, OstrelPod<Record>::desc, 0,
+                          const_cast<ShowCallbacks<Record, Context>*>(&callbacks), listed);
+}
+
+// The platform's item printer over `path`. Returns its status.
+template <typename Record, typename Context>
+[[nodiscard]] cerr_t ostrel_show_item(vellum_handle_t handle, const char* path,
+                                      const ShowCallbacks<Record, Context>& callbacks) {
+  using namespace ostrel::detail;
+  return mcast_show_item(handle, path, show_header_thunk<Record, Context>, show_record_thunk<Record, Context>,
+                         &decoded<Record>, OstrelPod<Record>::desc, 0,
+                         const_cast<ShowCallbacks<Record, Context>*>(&callbacks));
+}

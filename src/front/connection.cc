@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "access/output.h"
 #include "access/session.h"
 #include "platform/chunk.h"
 #include "platform/interface.h"
@@ -106,7 +107,7 @@ bool create_pools() {
 }
 
 [[noreturn]] void keyword_bind_failed(const char* path, cerr_t rc) {
-  std::printf("'%s' failed for '%s' (%s)", "vellum_bind", path, cerr_strerror(rc));
+  ostrel_outf("'%s' failed for '%s' (%s)", "vellum_bind", path, cerr_strerror(rc));
   std::exit(1);
 }
 

@@ -1,20 +1,19 @@
 // The entry point of a run: the mode choice, the single-letter path from options to one view, and the exit.
-#include <stdio_ext.h>
-
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
+#include "access/output.h"
 #include "front/connection.h"
 #include "front/dispatch.h"
 #include "front/keyword_mode.h"
 #include "front/show_args.h"
 
 int main(int argc, char** argv) {
-  // Views print many fixed-format lines; one large buffer keeps them off the write path.
-  static char stdout_buffer[1 << 16];
-  std::setvbuf(stdout, stdout_buffer, _IOFBF, sizeof stdout_buffer);
-  // One thread: the stream needs no lock around each of a view's many small writes.
-  __fsetlocking(stdout, FSETLOCKING_BYCALLER);
+  // The program buffers its output itself and hands it over in large blocks, which a stdio buffer would
+  // only copy once more. Whatever way the run ends, exit hands over what is left.
+  std::setvbuf(stdout, nullptr, _IONBF, 0);
+  std::atexit(ostrel_out_flush);
 
   if (argc < 2 || std::strcmp(argv[1], "-cmd") == 0) {
     switch (ostrel_keyword_mode_choice(argc, argv)) {

@@ -9,8 +9,9 @@
 #include "platform/vellum.h"
 
 // Prints a title or column header; called at most once, right before the first record is printed.
-typedef void (*mcast_show_header_fn)();
-// Prints one decoded record; `context` is the one given to the printer (none for a single item).
+// `context` is the one given to the printer.
+typedef void (*mcast_show_header_fn)(void* context);
+// Prints one decoded record; `context` is the one given to the printer.
 typedef void (*mcast_show_record_fn)(void* structure, void* context);
 
 // Lists `directory` (relative to `handle`) in batches of `batch` items, decodes each item with `descriptor`
@@ -18,11 +19,13 @@ typedef void (*mcast_show_record_fn)(void* structure, void* context);
 // first record and `record` (may be none) for each, and releases what decoding allocated. An item that
 // cannot be read ends the walk; one of the wrong data type, or that does not decode or release, is reported
 // on standard error and skipped. With no structure or descriptor the items are only read. Returns 0 when the
-// directory was listed (an empty one included), else the failing code. `flags` must be 0.
+// directory was listed (an empty one included), else the failing code. `flags` must be 0. `listed`, when
+// given, receives the number of items the listing held, so that an empty directory can be told from one
+// whose items were shown (it is 0 after a failure).
 [[nodiscard]] cerr_t mcast_show_table(vellum_handle_t handle, const char* directory, uint32_t batch,
                                       mcast_show_header_fn header, mcast_show_record_fn record,
                                       void* structure, const pod_desc* descriptor, uint32_t flags,
-                                      void* context);
+                                      void* context, uint32_t* listed);
 
 // Fetches the item `path` (relative to `handle`), decodes it into `structure`, calls `header` (may be none)
 // and `record` (may be none), and releases the record. With no structure or descriptor the item is only
@@ -30,4 +33,4 @@ typedef void (*mcast_show_record_fn)(void* structure, void* context);
 // or a record that does not decode is reported on standard error and fails. `flags` must be 0.
 [[nodiscard]] cerr_t mcast_show_item(vellum_handle_t handle, const char* path, mcast_show_header_fn header,
                                      mcast_show_record_fn record, void* structure, const pod_desc* descriptor,
-                                     uint32_t flags);
+                                     uint32_t flags, void* context);

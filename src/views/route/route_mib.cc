@@ -7,12 +7,10 @@
 
 #include <arpa/inet.h>
 
-#include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
-#include "access/out_line.h"
-#include "access/pod_descriptors.h"
+#include "access/output.h"
 #include "access/query.h"
 #include "access/text_helpers.h"
 #include "platform/mrib_utl.h"
@@ -35,8 +33,9 @@ constexpr int kMibResumeLength = 32;
 constexpr uint32_t kFirstHiddenGroup = 1;
 constexpr uint32_t kLastHiddenGroup = 5;
 
-// The header line of one entry: 256 bytes, abandoned whole when a piece does not fit.
-using MibLine = OstrelBoundedLine<256>;
+// The header line of one entry is built in a buffer of 256 bytes, after the blank line that precedes it, and
+// abandoned whole when a piece does not fit there.
+constexpr size_t kLineBuffer = 256;
 
 // The 32-bit value of an address of family 0 or 1, in network byte order.
 uint32_t address_word(const mrib_addrtype& addr) {
@@ -58,56 +57,53 @@ bool hidden_group(const mrib_route_pod& route) {
 
 // The entry designation, as the route printer writes it: the platform names IPv4 keys; an address of a
 // family this program does not know is named by its family, so that one odd record does not end the walk.
-int write_designation(const mrib_route_pod& route, MibLine* line) {
+void add_designation(const mrib_route_pod& route, OstrelLine* line) {
   const mrib_addrtype& source = route.Source;
   const mrib_addrtype& group = route.GroupRange.GroupPrefix;
   uint32_t prefix_length = route.GroupRange.GroupPrefixLength;
   if (known_family(source) && known_family(group)) {
     const uint32_t key[3] = {address_word(group), address_word(source), prefix_length};
-    return mrib_utl_print_entry(0, key, 0, line->buffer(), MibLine::kSize, 0);
+    line->advance(mrib_utl_print_entry(0, key, 0, line->end(), static_cast<int>(line->room()), 0));
+    return;
   }
   const char* source_text =
       known_family(source) && address_word(source) == 0 ? "*" : ostrel_addr_text(&source);
-  char length_text[16] = "";
-  if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
-  int written = std::snprintf(line->buffer(), MibLine::kSize, "(%s,%s%s)", source_text,
-                              ostrel_addr_text(&group), length_text);
-  return written < MibLine::kSize ? written : -1;
+  line->addf("(%s,%s", source_text, ostrel_addr_text(&group));
+  if (prefix_length != 32) line->addf("/%u", prefix_length);
+  line->add(')');
 }
 
 // Appends what follows the designation; false (after its message) when a piece did not fit.
-bool append_details(const mrib_route_pod& route, MibLine* line) {
+bool add_details(const mrib_route_pod& route, OstrelLine* line) {
   const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
-  bool fits = true;
-  if (attributes.IsRPFNeighborPresent)
-    fits = line->append_text(" RPF nbr: ") && line->append_text(ostrel_addr_text(&route.RPFNeighbor));
+  if (attributes.IsRPFNeighborPresent) line->add(" RPF nbr: ").add(ostrel_addr_text(&route.RPFNeighbor));
   // The flag texts go through buffers of their own: written straight into the line, a text cut at the
   // line's end would not show as an overflow.
   char flags[256];
-  if (fits && ostrel_entry_flags_any(&attributes)) {
+  if (ostrel_entry_flags_any(&attributes)) {
     ostrel_fmt_entry_flags(flags, sizeof flags, &attributes);
-    fits = line->append_text(" Flags: ") && line->append_text(flags);
+    line->add(" Flags: ").add(flags);
   }
-  if (!fits) {
+  if (!line->fits()) {
     std::fputs(kOverflow, stderr);
     return false;
   }
   if (ostrel_entry_flags_any(&route.EntryAttrMdf)) {
     ostrel_fmt_entry_flags(flags, sizeof flags, &route.EntryAttrMdf);
-    if (!line->append_text(" mdf_mask: ") || !line->append_text(flags)) {
+    line->add(" mdf_mask: ").add(flags);
+    if (!line->fits()) {
       std::fputs(kMdfOverflow, stderr);
       return false;
     }
   }
-  if (route.Annotation != nullptr && route.Annotation[0] != '\0')
-    fits = line->append(", %s", route.Annotation);
+  if (route.Annotation != nullptr && route.Annotation[0] != '\0') line->addf(", %s", route.Annotation);
   const mrib_group_rng_pod& parent = route.ParentRange;
-  if (fits && (!known_family(parent.GroupPrefix) || !mrib_pod_addr_is_any(&parent.GroupPrefix))) {
-    fits = line->append(" Inherit: %s/%d", ostrel_addr_text(&parent.GroupPrefix),
-                        static_cast<int>(parent.GroupPrefixLength));
+  if (!known_family(parent.GroupPrefix) || !mrib_pod_addr_is_any(&parent.GroupPrefix)) {
+    line->addf(" Inherit: %s/%d", ostrel_addr_text(&parent.GroupPrefix),
+               static_cast<int>(parent.GroupPrefixLength));
   }
-  if (!fits) std::fputs(kOverflow, stderr);
-  return fits;
+  if (!line->fits()) std::fputs(kOverflow, stderr);
+  return line->fits();
 }
 
 // One interface as the MIB lists it: the route printer's saved interface without the modified-attributes
@@ -134,70 +130,60 @@ void print_interfaces(const mrib_route_pod& route) {
     if (!mrib_route_intf_sort_in(source, &values, incoming.get(), nullptr, outgoing.get(), nullptr)) return;
   }
   if (incoming.count() != 0) {
-    ostrel_puts("  Incoming Interface List\n");
+    ostrel_out("  Incoming Interface List\n");
     incoming.print_and_release("    ", false);
   }
   if (outgoing.count() != 0) {
-    ostrel_puts("  Outgoing Interface List\n");
+    ostrel_out("  Outgoing Interface List\n");
     outgoing.print_and_release("    ", true);
   }
 }
 
 void print_heading(void*) {
-  std::fputs("MROUTE MIB values\n", stdout);
+  ostrel_out("MROUTE MIB values\n");
 }
 
-void print_entry(void* record, void*) {
-  mrib_mib_print(static_cast<const mrib_route_pod*>(record));
+void print_entry(const mrib_route_pod& route, void*) {
+  mrib_mib_print(&route);
 }
 
 // Group first, then source, then always the host length: the MIB's own order.
-bool mib_resume_key(const void* record, char* key, size_t size, void*) {
-  const auto* route = static_cast<const mrib_route_pod*>(record);
-  return ostrel_route_key(route->GroupRange.GroupPrefix, route->Source, kMibResumeLength, key, size);
+bool mib_resume_key(const mrib_route_pod& route, char* key, size_t size, void*) {
+  return ostrel_route_key(route.GroupRange.GroupPrefix, route.Source, kMibResumeLength, key, size);
 }
 
 }  // namespace
 
 void mrib_mib_print(const mrib_route_pod* route) {
   if (hidden_group(*route)) return;
-  MibLine line;
-  int length = write_designation(*route, &line);
-  if (length < 0) {
+  OstrelLine line(1 + kLineBuffer - 1);
+  line.add('\n');
+  add_designation(*route, &line);
+  if (!line.fits()) {
     std::fputs(kOverflow, stderr);
     return;
   }
-  line.set_length(length);
   const mrib_group_rng_pod& range = route->GroupRange;
   if (range.GroupPrefixLength < 32) {
     std::fprintf(stderr, "A group range snuk through: %s/%d\n", ostrel_addr_text(&range.GroupPrefix),
                  static_cast<int>(range.GroupPrefixLength));
     return;
   }
-  if (!append_details(*route, &line)) return;
-  line.print();
+  if (!add_details(*route, &line)) return;
+  line.emit('\n');
   if (route->Interfaces.count != 0) print_interfaces(*route);
 }
 
 void mrib_mib_show(vellum_handle_t handle) {
   const uint32_t group = htonl(kMibGroup), source = htonl(kMibSource);
-  int length = std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "routedb-mib/%s,%s,%d",
-                             ip_maddr_hex_string(&group), ip_maddr_hex_string(&source), kMibPrefixLength);
-  if (length < 0 || static_cast<size_t>(length) >= sizeof ostrel_query_path) {
-    std::fputs("Error building query string\n", stderr);
+  if (!ostrel_build_path("routedb-mib/%s,%s,%d", ip_maddr_hex_string(&group), ip_maddr_hex_string(&source),
+                         kMibPrefixLength))
     return;
-  }
-  mrib_route_pod record;
-  ListCycle cycle;
-  cycle.handle = handle;
-  cycle.desc = &ostrel_mrib_route_pod_desc;
-  cycle.record = &record;
-  cycle.record_size = sizeof record;
-  cycle.not_available = "No MRIB route-MIB";
-  cycle.rule = BatchRule::kFullBatch;
-  cycle.on_first_batch = print_heading;
-  cycle.print = print_entry;
-  cycle.resume_key = mib_resume_key;
-  ListOutcome outcome = ostrel_list_cycle(cycle);
-  if (!outcome.failed && !outcome.listed_any) std::fputs("No matching routes in MRIB route-DB\n", stdout);
+  ostrel_list_cycle(ListCycle<mrib_route_pod>{
+      .handle = handle,
+      .texts = {.not_available = "No MRIB route-MIB", .none_listed = "No matching routes in MRIB route-DB\n"},
+      .rule = BatchRule::kFullBatch,
+      .on_first_batch = print_heading,
+      .print = print_entry,
+      .resume_key = mib_resume_key});
 }

@@ -4,12 +4,7 @@
 // a single item's data type is not checked.
 #include "views/route/route_ole.h"
 
-#include <arpa/inet.h>
-
-#include <cstdio>
-
-#include "access/out_line.h"
-#include "access/pod_descriptors.h"
+#include "access/output.h"
 #include "access/query.h"
 #include "access/text_helpers.h"
 #include "platform/text.h"
@@ -32,50 +27,46 @@ static_assert(sizeof kOleLegend - 1 == 444);
 // here (see the top of the file).
 constexpr cerr_t kOleNoMatch = 2;
 
-constexpr char kNotAvailable[] = "No MRIB route-DB";
+constexpr ViewTexts kListTexts{.not_available = "No MRIB route-DB",
+                               .not_found_code = kOleNoMatch,
+                               .none_listed = "No matching routes in MRIB route-DB\n"};
+constexpr ViewTexts kItemTexts{.not_available = "No MRIB route-DB",
+                               .not_found_code = kOleNoMatch,
+                               .not_found = "No matching route in MRIB route-DB\n"};
 
 struct Filters {
   const char* source;
   const char* group;
-  uint32_t group_plen;
+  int group_plen;
 };
 
 // One row of the path choice: which filters it needs, how it writes the path, and whether it names one item.
 struct OlePath {
   bool source;
   bool group;
-  int (*build)(char* path, size_t size, const Filters& filters);
+  bool (*build)(const Filters& filters);  // into ostrel_query_path
   bool single;
 };
 
 constexpr OlePath kOlePaths[] = {
     {true, true,
-     [](char* path, size_t size, const Filters& f) {
-       return std::snprintf(path, size, "routedb-ole/%s,%s,%d", f.source, f.group,
-                            static_cast<int>(f.group_plen));
+     [](const Filters& f) {
+       return ostrel_build_path("routedb-ole/%s,%s,%d", f.source, f.group, f.group_plen);
      },
      true},
-    {true, false,
-     [](char* path, size_t size, const Filters& f) {
-       return std::snprintf(path, size, "routedb-ole-s/%s/", f.source);
-     },
-     false},
+    {true, false, [](const Filters& f) { return ostrel_build_path("routedb-ole-s/%s/", f.source); }, false},
     {false, true,
-     [](char* path, size_t size, const Filters& f) {
-       return std::snprintf(path, size, "routedb-ole-g/%s,%d/", f.group, static_cast<int>(f.group_plen));
-     },
+     [](const Filters& f) { return ostrel_build_path("routedb-ole-g/%s,%d/", f.group, f.group_plen); },
      false},
-    {false, false,
-     [](char* path, size_t size, const Filters&) { return std::snprintf(path, size, "routedb-ole/"); },
-     false},
+    {false, false, [](const Filters&) { return ostrel_build_path("routedb-ole/"); }, false},
 };
 
 void print_legend(void*) {
-  std::printf("%s\n", kOleLegend);
+  ostrel_outf("%s\n", kOleLegend);
 }
 
-void print_entry(void* record, void*) {
-  mrib_route_print_ole(static_cast<const mrib_route_ole_pod*>(record));
+void print_entry(const mrib_route_ole_pod& route, void*) {
+  mrib_route_print_ole(&route);
 }
 
 // An address as this line shows it; `zero_text` stands for the address 0 when given.
@@ -88,44 +79,9 @@ const char* address_text(const mrib_addrtype* addr, const char* zero_text) {
 
 // The key after which the next batch starts: the entry's source and group in hexadecimal and its prefix
 // length. An address of an unknown family gives no key, and the walk ends.
-bool ole_resume_key(const void* record, char* key, size_t size, void*) {
-  const auto* route = static_cast<const mrib_route_ole_pod*>(record);
-  return ostrel_route_key(route->Source, route->GroupRange.GroupPrefix,
-                          static_cast<int>(route->GroupRange.GroupPrefixLength), key, size);
-}
-
-void show_item(vellum_handle_t handle, mrib_route_ole_pod* record) {
-  ItemCycle cycle;
-  cycle.handle = handle;
-  cycle.desc = &ostrel_mrib_route_ole_pod_desc;
-  cycle.record = record;
-  cycle.record_size = sizeof *record;
-  cycle.check_data_type = false;
-  cycle.on_read = print_legend;
-  cycle.print = print_entry;
-  cerr_t rc = ostrel_item_cycle(cycle);
-  if (rc == kCerrOk) return;
-  if (rc == kOleNoMatch) {
-    std::printf("No matching route in MRIB route-DB\n");
-  } else {
-    ostrel_print_not_available(kNotAvailable, rc);
-  }
-}
-
-void show_list(vellum_handle_t handle, mrib_route_ole_pod* record) {
-  ListCycle cycle;
-  cycle.handle = handle;
-  cycle.desc = &ostrel_mrib_route_ole_pod_desc;
-  cycle.record = record;
-  cycle.record_size = sizeof *record;
-  cycle.not_available = kNotAvailable;
-  cycle.silent_code = kOleNoMatch;
-  cycle.rule = BatchRule::kMoreFlagAndDecoded;
-  cycle.on_first_batch = print_legend;
-  cycle.print = print_entry;
-  cycle.resume_key = ole_resume_key;
-  ListOutcome outcome = ostrel_list_cycle(cycle);
-  if (!outcome.failed && !outcome.listed_any) std::printf("No matching routes in MRIB route-DB\n");
+bool ole_resume_key(const mrib_route_ole_pod& route, char* key, size_t size, void*) {
+  return ostrel_route_key(route.Source, route.GroupRange.GroupPrefix,
+                          static_cast<int>(route.GroupRange.GroupPrefixLength), key, size);
 }
 
 }  // namespace
@@ -150,21 +106,24 @@ void mrib_route_print_ole(const mrib_route_ole_pod* route) {
 }
 
 void mrib_route_ole_show(vellum_handle_t handle, const char* source, const char* group, uint32_t group_plen) {
-  Filters filters{source, group, group_plen};
-  bool has_source = source[0] != '\0', has_group = group[0] != '\0';
+  const Filters filters{source, group, static_cast<int>(group_plen)};
+  const bool has_source = source[0] != '\0', has_group = group[0] != '\0';
   for (const OlePath& row : kOlePaths) {
     if (row.source != has_source || row.group != has_group) continue;
-    int length = row.build(ostrel_query_path, sizeof ostrel_query_path, filters);
-    if (length < 0 || static_cast<size_t>(length) >= sizeof ostrel_query_path) {
-      std::fprintf(stderr, "Error building query string\n");
-      return;
-    }
-    // One record for the whole view; decoding refills it for each entry.
-    mrib_route_ole_pod record;
+    if (!row.build(filters)) return;
     if (row.single) {
-      show_item(handle, &record);
+      (void)ostrel_item_cycle(ItemCycle<mrib_route_ole_pod>{.handle = handle,
+                                                            .texts = kItemTexts,
+                                                            .check_data_type = false,
+                                                            .on_read = print_legend,
+                                                            .print = print_entry});
     } else {
-      show_list(handle, &record);
+      ostrel_list_cycle(ListCycle<mrib_route_ole_pod>{.handle = handle,
+                                                      .texts = kListTexts,
+                                                      .rule = BatchRule::kMoreFlagAndDecoded,
+                                                      .on_first_batch = print_legend,
+                                                      .print = print_entry,
+                                                      .resume_key = ole_resume_key});
     }
     return;
   }

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "access/out_line.h"
+#include "access/output.h"
 #include "access/session.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
@@ -62,70 +62,71 @@ bool known_family(const mrib_addrtype& addr) {
 
 // ---- 1. Header line --------------------------------------------------------------------------------------
 
-// The header line: 512 bytes, abandoned whole when a piece does not fit.
-using HeaderLine = OstrelBoundedLine<512>;
+// The header line is built in a buffer of 512 bytes, after the blank line that precedes it, and abandoned
+// whole when a piece does not fit there.
+constexpr size_t kHeaderBuffer = 512;
 
-// The entry designation. The platform names only IPv4 keys; an address of a family this program does not
-// know is named by its family instead, so that one odd record does not end the listing.
-int write_designation(const mrib_route_pod& route, bool nsf, HeaderLine* line) {
+// The entry designation into `buffer` of `size` bytes: its length, or a negative value or one not below
+// `size` when it does not fit. The platform names only IPv4 keys; an address of a family this program does
+// not know is named by its family instead, so that one odd record does not end the listing.
+int write_designation(const mrib_route_pod& route, bool nsf, char* buffer, int size) {
   const mrib_addrtype& source = route.Source;
   const mrib_addrtype& group = route.GroupRange.GroupPrefix;
   uint32_t prefix_length = route.GroupRange.GroupPrefixLength;
   if (known_family(source) && known_family(group)) {
     const uint32_t key[3] = {address_word(group), address_word(source), prefix_length};
-    return mrib_utl_print_entry(0, key, 0, line->buffer(), HeaderLine::kSize, nsf);
+    return mrib_utl_print_entry(0, key, 0, buffer, size, nsf);
   }
   const char* source_text =
       known_family(source) && address_word(source) == 0 ? "*" : ostrel_addr_text(&source);
   char length_text[16] = "";
   if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
-  int written = std::snprintf(line->buffer(), HeaderLine::kSize, "(%s,%s%s)", source_text,
-                              ostrel_addr_text(&group), length_text);
-  return written < HeaderLine::kSize ? written : -1;
+  return std::snprintf(buffer, static_cast<size_t>(size), "(%s,%s%s)", source_text, ostrel_addr_text(&group),
+                       length_text);
 }
 
 // Builds and prints the header line; false when it did not fit, and then nothing was printed.
 bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
-  HeaderLine line;
-  line.set_length(write_designation(route, nsf, &line));
+  OstrelLine line(1 + kHeaderBuffer - 1);
+  line.add('\n');
+  line.advance(write_designation(route, nsf, line.end(), static_cast<int>(line.room())));
   const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
-  if (detail) line.append(" Ver: 0x%x", route.RouteVersion);
+  if (detail) line.addf(" Ver: 0x%x", route.RouteVersion);
   if (route.RPFTableID != 0) {
-    line.append(" RPF TID: 0x%x", route.RPFTableID);
+    line.addf(" RPF TID: 0x%x", route.RPFTableID);
   } else if (attributes.IsRPFNeighborPresent) {
-    line.append_text(" RPF nbr: ");
-    line.append_text(ostrel_addr_text(&route.RPFNeighbor));
+    line.add(" RPF nbr: ").add(ostrel_addr_text(&route.RPFNeighbor));
   }
   if (ostrel_entry_flags_any(&attributes)) {
-    line.append_text(" Flags: ");
-    if (line.ok()) line.advance(ostrel_fmt_entry_flags(line.end(), line.room(), &attributes));
+    line.add(" Flags: ");
+    line.advance(ostrel_fmt_entry_flags(line.end(), static_cast<int>(line.room()), &attributes));
   }
   if (detail && route.Annotation != nullptr && route.Annotation[0] != '\0')
-    line.append(", %s", route.Annotation);
+    line.addf(", %s", route.Annotation);
   const mrib_group_rng_pod& parent = route.ParentRange;
   if (!known_family(parent.GroupPrefix) || !mrib_pod_addr_is_any(&parent.GroupPrefix))
-    line.append(" Inherit: %s/%d", ostrel_addr_text(&parent.GroupPrefix), parent.GroupPrefixLength);
-  if (!line.ok()) {
+    line.addf(" Inherit: %s/%d", ostrel_addr_text(&parent.GroupPrefix), parent.GroupPrefixLength);
+  if (!line.fits()) {
     std::fputs(kOverflow, stderr);
     return false;
   }
-  line.print();
+  line.emit('\n');
   return true;
 }
 
 // ---- 2. Detail rows --------------------------------------------------------------------------------------
 
 void print_encapsulation_row(const mrib_route_pod& route) {
-  std::printf("  RPF-ID: %u, Encap-ID: %u", route.RPFIdentifier, route.EncapsulationIdentifier);
+  ostrel_outf("  RPF-ID: %u, Encap-ID: %u", route.RPFIdentifier, route.EncapsulationIdentifier);
   if (!ostrel_private) {
-    std::putchar('\n');
+    ostrel_out("\n");
     return;
   }
-  std::printf(", EPtr: 0x%lx, New EPtr: 0x%lx, New EID: %u, Hd: 0x%lx, Cts: %u, %u, %u, %u\n",
+  ostrel_outf(", EPtr: 0x%lx, New EPtr: 0x%lx, New EID: %u, Hd: 0x%lx, Cts: %u, %u, %u, %u\n",
               route.EncapsulationPointer, route.NewEncapPointer, route.NewEncapsulationIdentifier,
               route.EncapsulationList, route.TECount, route.LSPVIFCount, route.GRECount,
               route.EncapTunnelCount);
-  std::printf("  Acc: %u, Fwd: %u (%u), Encap-next: 0x%lx\n", route.AcceptInterfaceCount,
+  ostrel_outf("  Acc: %u, Fwd: %u (%u), Encap-next: 0x%lx\n", route.AcceptInterfaceCount,
               route.ForwardInterfaceCount, route.LRForwardInterfaceCount, route.EncapNextRoute);
 }
 
@@ -133,21 +134,21 @@ void print_details(const mrib_route_pod& route, bool detail) {
   const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
   char slot[80];
   if (attributes.IsMDTEncapsulationOn || attributes.IsMDTDecapsulationOn) {
-    std::printf("  MVPN TID: 0x%x\n", route.CustomerTableID);
-    std::printf("  MVPN Remote TID: 0x%x\n", route.RemoteCustomerTableID);
-    std::printf("  MVPN Payload: %s\n", payload_text(route.Payload));
+    ostrel_outf("  MVPN TID: 0x%x\n", route.CustomerTableID);
+    ostrel_outf("  MVPN Remote TID: 0x%x\n", route.RemoteCustomerTableID);
+    ostrel_outf("  MVPN Payload: %s\n", payload_text(route.Payload));
   }
-  if (attributes.IsMDTInterfaceOn) std::printf("  MDT IFH: 0x%x\n", route.MDTInterfaceHandle);
-  if (attributes.IsMDT_BGPInterfaceOn) std::printf("  BGP IFH: 0x%x\n", route.MDT_BGP_InterfaceHandle);
+  if (attributes.IsMDTInterfaceOn) ostrel_outf("  MDT IFH: 0x%x\n", route.MDTInterfaceHandle);
+  if (attributes.IsMDT_BGPInterfaceOn) ostrel_outf("  BGP IFH: 0x%x\n", route.MDT_BGP_InterfaceHandle);
   if (attributes.IsMDTAddressOn)
-    std::printf("  MDT Address: %s\n", ostrel_ctid_text(&route.MDTCoreTreeIdentifier));
+    ostrel_outf("  MDT Address: %s\n", ostrel_ctid_text(&route.MDTCoreTreeIdentifier));
   if (attributes.IsThresholdCrossed)
-    std::printf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none", slot));
-  if (detail && route.IsCustomerEncapsulationRoute) std::fputs("  CUST ENCAP: TRUE\n", stdout);
+    ostrel_outf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none", slot));
+  if (detail && route.IsCustomerEncapsulationRoute) ostrel_out("  CUST ENCAP: TRUE\n");
   if (attributes.IsMasterLCOn)
-    std::printf("  Master Linecard Slot: %s\n", slot_text(route.MasterLCFapid, "not selected", slot));
+    ostrel_outf("  Master Linecard Slot: %s\n", slot_text(route.MasterLCFapid, "not selected", slot));
   if (attributes.IsMasterLCFallbackOn) {
-    std::printf("  Master Linecard Fallback Slot: %s\n",
+    ostrel_outf("  Master Linecard Fallback Slot: %s\n",
                 slot_text(route.MasterLCFallbackFapid, "not selected", slot));
   }
 
@@ -170,21 +171,21 @@ void print_details(const mrib_route_pod& route, bool detail) {
   line.emit();
 
   if (attributes.IsMDTInterfaceSpecialOn) {
-    std::printf("  MDT IFH:  0x%x%s\n", route.MDT_InterfaceHandle,
+    ostrel_outf("  MDT IFH:  0x%x%s\n", route.MDT_InterfaceHandle,
                 route.MDTTurnaroundEnabled ? " (Turnaround)" : "");
   }
   if (attributes.MOFRRState) {
-    std::printf("  MOFRR State: %s Sequence No %d\n", route.MoFRRActive ? "Active" : "Inactive",
+    ostrel_outf("  MOFRR State: %s Sequence No %d\n", route.MoFRRActive ? "Active" : "Inactive",
                 route.MoFRRSeqNo);
   }
   if ((detail || ostrel_private) && (route.RPFIdentifier != 0 || attributes.EncapsulationIdentifierFlag))
     print_encapsulation_row(route);
   if (ostrel_private && attributes.Protocol)
-    std::printf("  Proto: %d, RP: %s\n", route.ProtocolValue, ostrel_addr_text(&route.ProtocolRPAddress));
+    ostrel_outf("  Proto: %d, RP: %s\n", route.ProtocolValue, ostrel_addr_text(&route.ProtocolRPAddress));
   if (ostrel_private && ostrel_platform_detail && ostrel_entry_flags_any(&route.NSFEntryAttributes)) {
     char nsf_flags[512];
     ostrel_fmt_entry_flags(nsf_flags, sizeof nsf_flags, &route.NSFEntryAttributes);
-    std::printf("  NSF Attr: %s\n", nsf_flags);
+    ostrel_outf("  NSF Attr: %s\n", nsf_flags);
   }
 }
 
@@ -252,14 +253,14 @@ void print_outgoing_rates(const pod_array<mrib_outgoing_rate_pod>& nodes) {
     bool shown = false;
     for (uint64_t k = 0; k < rates.InterfaceStats.count; ++k)
       shown = print_interface_stat(rates.InterfaceStats.data[k]) || shown;
-    if (!shown) std::fputs("         No interface stat to display\n", stdout);
+    if (!shown) ostrel_out("         No interface stat to display\n");
   }
 }
 
 // Both lists of one side; a side with no entries prints nothing, not even its heading.
 void print_side(const char* heading, OstrelIntfList* sorted, OstrelIntfList* amt, bool show_ul) {
   if (sorted->count() == 0 && amt->count() == 0) return;
-  ostrel_puts(heading);
+  ostrel_out(heading);
   sorted->print_and_release("    ", show_ul);
   amt->print_and_release("    ", show_ul);
 }
@@ -339,15 +340,15 @@ void add_platform_part(const ostrel_intf_entry& intf, OstrelLine* line) {
 }
 
 void print_private_lines(const ostrel_intf_entry& intf, const char* evpn_annot) {
-  if (intf.backup_fgid) std::fputs("       Backup FGID: Added\n", stdout);
-  if (intf.mdf.text[0] != '\0') std::printf("       attr_mdf: %s \n", intf.mdf.text);
-  if (intf.mdf.add_count != 0) std::printf("       LI add redist count: %d \n", intf.mdf.add_count);
-  if (intf.mdf.del_count != 0) std::printf("       LI del redist count: %d \n", intf.mdf.del_count);
-  if (evpn_annot != nullptr) std::printf("       Platform MH MRIB Annotation: %s \n", evpn_annot);
+  if (intf.backup_fgid) ostrel_out("       Backup FGID: Added\n");
+  if (intf.mdf.text[0] != '\0') ostrel_outf("       attr_mdf: %s \n", intf.mdf.text);
+  if (intf.mdf.add_count != 0) ostrel_outf("       LI add redist count: %d \n", intf.mdf.add_count);
+  if (intf.mdf.del_count != 0) ostrel_outf("       LI del redist count: %d \n", intf.mdf.del_count);
+  if (evpn_annot != nullptr) ostrel_outf("       Platform MH MRIB Annotation: %s \n", evpn_annot);
   if (ostrel_platform_detail && intf.nsf_attr != nullptr && ostrel_intf_flags_any(intf.nsf_attr)) {
     char nsf_flags[256];
     ostrel_fmt_intf_flags(nsf_flags, sizeof nsf_flags, intf.nsf_attr);
-    std::printf("       NSF Attr: %s\n", nsf_flags);
+    ostrel_outf("       NSF Attr: %s\n", nsf_flags);
   }
 }
 

@@ -7,10 +7,10 @@
 // there ends the view.
 #include "views/route/route_show.h"
 
-#include <cstdio>
-#include <cstring>
+#include <algorithm>
+#include <iterator>
 
-#include "access/pod_descriptors.h"
+#include "access/output.h"
 #include "access/query.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
@@ -38,14 +38,18 @@ constexpr char kLegend[] =
     "    IRMI - IR MDT Interface, TRMI - TREE SID MDT Interface, MH - Multihome Interface\n";
 static_assert(sizeof kLegend - 1 == 1100, "the legend is printed byte for byte");
 
-constexpr char kNotAvailable[] = "No MRIB route-DB";
+// What the view says when routes are not there: of a listing, and of the one route of a source and group.
+constexpr ViewTexts kListTexts{.not_available = "No MRIB route-DB",
+                               .none_listed = "No matching routes in MRIB route-DB\n"};
+constexpr ViewTexts kItemTexts{.not_available = "No MRIB route-DB",
+                               .not_found = "No matching route in MRIB route-DB\n"};
 
 // The request as the path table reads it.
 struct RouteQuery {
   const char* collection;  // "routedb" or "routeratedb"
   const char* source;
   const char* group;
-  uint32_t group_plen;
+  int group_plen;
   bool nsf;
 };
 
@@ -53,50 +57,33 @@ bool has(const char* text) {
   return text[0] != '\0';
 }
 
-// What the path's "%s" conversions after the collection name are filled with.
-enum class PathArgs { kNone, kGroupLength, kSource, kSourceGroupLength };
-
 struct PathRow {
   bool (*applies)(const RouteQuery&);
-  const char* format;
-  PathArgs args;
+  bool (*build)(const RouteQuery&);  // into ostrel_query_path
   bool single_item;
 };
 
 // The first row that applies names the collection. With a source alone the prefix length is not sent.
 constexpr PathRow kPaths[] = {
-    {[](const RouteQuery& q) { return q.nsf; }, "%s-nsf/", PathArgs::kNone, false},
-    {[](const RouteQuery& q) { return !has(q.source) && has(q.group); }, "%s-g/%s,%d/",
-     PathArgs::kGroupLength, false},
+    {[](const RouteQuery& q) { return q.nsf; },
+     [](const RouteQuery& q) { return ostrel_build_path("%s-nsf/", q.collection); }, false},
+    {[](const RouteQuery& q) { return !has(q.source) && has(q.group); },
+     [](const RouteQuery& q) {
+       return ostrel_build_path("%s-g/%s,%d/", q.collection, q.group, q.group_plen);
+     },
+     false},
     {[](const RouteQuery& q) { return !has(q.source) && !has(q.group) && ostrel_private != 0; },
-     "%s-special/", PathArgs::kNone, false},
-    {[](const RouteQuery& q) { return !has(q.source) && !has(q.group); }, "%s/", PathArgs::kNone, false},
-    {[](const RouteQuery& q) { return !has(q.group); }, "%s-s/%s/", PathArgs::kSource, false},
-    {[](const RouteQuery&) { return true; }, "%s/%s,%s,%d", PathArgs::kSourceGroupLength, true},
+     [](const RouteQuery& q) { return ostrel_build_path("%s-special/", q.collection); }, false},
+    {[](const RouteQuery& q) { return !has(q.source) && !has(q.group); },
+     [](const RouteQuery& q) { return ostrel_build_path("%s/", q.collection); }, false},
+    {[](const RouteQuery& q) { return !has(q.group); },
+     [](const RouteQuery& q) { return ostrel_build_path("%s-s/%s/", q.collection, q.source); }, false},
+    {[](const RouteQuery&) { return true; },
+     [](const RouteQuery& q) {
+       return ostrel_build_path("%s/%s,%s,%d", q.collection, q.source, q.group, q.group_plen);
+     },
+     true},
 };
-
-// Writes the row's path into ostrel_query_path; false when it does not fit.
-bool build_path(const PathRow& row, const RouteQuery& q) {
-  int length = 0;
-  char* path = ostrel_query_path;
-  constexpr size_t kSize = sizeof ostrel_query_path;
-  int plen = static_cast<int>(q.group_plen);
-  switch (row.args) {
-    case PathArgs::kNone:
-      length = std::snprintf(path, kSize, row.format, q.collection);
-      break;
-    case PathArgs::kGroupLength:
-      length = std::snprintf(path, kSize, row.format, q.collection, q.group, plen);
-      break;
-    case PathArgs::kSource:
-      length = std::snprintf(path, kSize, row.format, q.collection, q.source);
-      break;
-    case PathArgs::kSourceGroupLength:
-      length = std::snprintf(path, kSize, row.format, q.collection, q.source, q.group, plen);
-      break;
-  }
-  return length >= 0 && static_cast<size_t>(length) < kSize;
-}
 
 // The printer's switches.
 struct WalkContext {
@@ -106,85 +93,48 @@ struct WalkContext {
   bool rates;
 };
 
-void print_legend(void*) {
-  std::fputs(kLegend, stdout);
+void print_legend(WalkContext*) {
+  ostrel_out(kLegend);
 }
 
-void print_legend_unless_private(void*) {
-  if (!ostrel_private) std::fputs(kLegend, stdout);
+void print_legend_unless_private(WalkContext*) {
+  if (!ostrel_private) ostrel_out(kLegend);
 }
 
-void print_route(void* record, void* context) {
-  const auto* route = static_cast<const mrib_route_pod*>(record);
-  const auto* walk = static_cast<const WalkContext*>(context);
-  mrib_route_print(route, walk->split_lists, walk->detail, walk->nsf, walk->rates);
+void print_route(const mrib_route_pod& route, WalkContext* walk) {
+  mrib_route_print(&route, walk->split_lists, walk->detail, walk->nsf, walk->rates);
 }
 
 // "source,group,length" with both addresses in hexadecimal; a route whose addresses have no such text gives
 // no key, and the walk ends with it.
-bool route_resume_key(const void* record, char* key, size_t size, void*) {
-  const auto* route = static_cast<const mrib_route_pod*>(record);
-  return ostrel_route_key(route->Source, route->GroupRange.GroupPrefix,
-                          static_cast<int>(route->GroupRange.GroupPrefixLength), key, size);
-}
-
-void show_one(vellum_handle_t handle, mrib_route_pod* record, WalkContext* walk) {
-  ItemCycle cycle;
-  cycle.handle = handle;
-  cycle.desc = &ostrel_mrib_route_pod_desc;
-  cycle.record = record;
-  cycle.record_size = sizeof *record;
-  cycle.check_data_type = false;
-  cycle.context = walk;
-  cycle.on_read = print_legend;
-  cycle.print = print_route;
-  cerr_t rc = ostrel_item_cycle(cycle);
-  if (rc == kCerrOk) return;
-  if (rc == kOstrelNotFound) {
-    std::fputs("No matching route in MRIB route-DB\n", stdout);
-  } else {
-    ostrel_print_not_available(kNotAvailable, rc);
-  }
-}
-
-void show_list(vellum_handle_t handle, mrib_route_pod* record, WalkContext* walk) {
-  ListCycle cycle;
-  cycle.handle = handle;
-  cycle.desc = &ostrel_mrib_route_pod_desc;
-  cycle.record = record;
-  cycle.record_size = sizeof *record;
-  cycle.not_available = kNotAvailable;
-  cycle.rule = BatchRule::kMoreFlagAndDecoded;
-  cycle.context = walk;
-  cycle.on_first_batch = print_legend_unless_private;
-  cycle.print = print_route;
-  cycle.resume_key = route_resume_key;
-  ListOutcome outcome = ostrel_list_cycle(cycle);
-  if (!outcome.failed && !outcome.listed_any) std::fputs("No matching routes in MRIB route-DB\n", stdout);
+bool route_resume_key(const mrib_route_pod& route, char* key, size_t size, WalkContext*) {
+  return ostrel_route_key(route.Source, route.GroupRange.GroupPrefix,
+                          static_cast<int>(route.GroupRange.GroupPrefixLength), key, size);
 }
 
 }  // namespace
 
 void mrib_route_show(vellum_handle_t handle, const char* source, const char* group, uint32_t group_plen,
                      bool split_lists, bool detail, bool nsf, bool rates) {
-  const RouteQuery query{rates ? "routeratedb" : "routedb", source, group, group_plen, nsf};
-  const PathRow* row = nullptr;
-  for (const PathRow& candidate : kPaths) {
-    if (candidate.applies(query)) {
-      row = &candidate;
-      break;
-    }
-  }
-  if (!build_path(*row, query)) {
-    std::fputs("Error building query string\n", stderr);
-    return;
-  }
-  // One record buffer for the whole view; the cycles zero it and decoding reuses it for every route.
-  static mrib_route_pod record;
+  const RouteQuery query{rates ? "routeratedb" : "routedb", source, group, static_cast<int>(group_plen), nsf};
+  const PathRow* row = std::find_if(std::begin(kPaths), std::end(kPaths),
+                                    [&query](const PathRow& candidate) { return candidate.applies(query); });
+  if (!row->build(query)) return;
   WalkContext walk{split_lists, detail, nsf, rates};
   if (row->single_item) {
-    show_one(handle, &record, &walk);
+    (void)ostrel_item_cycle(ItemCycle<mrib_route_pod, WalkContext>{.handle = handle,
+                                                                   .texts = kItemTexts,
+                                                                   .check_data_type = false,
+                                                                   .context = &walk,
+                                                                   .on_read = print_legend,
+                                                                   .print = print_route});
   } else {
-    show_list(handle, &record, &walk);
+    ostrel_list_cycle(ListCycle<mrib_route_pod, WalkContext>{.handle = handle,
+                                                             .texts = kListTexts,
+                                                             .rule = BatchRule::kMoreFlagAndDecoded,
+                                                             .context = &walk,
+                                                             .on_first_batch = print_legend_unless_private,
+                                                             .print = print_route,
+                                                             .resume_key = route_resume_key});
   }
 }

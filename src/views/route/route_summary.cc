@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "access/pod_descriptors.h"
+#include "access/output.h"
 #include "access/pod_records.h"
 #include "access/query.h"
 #include "access/session.h"
@@ -54,12 +54,12 @@ void vrf_name(const char* text, char (&name)[kNameSize]) {
 }
 
 void print_summary(const char* vrf, const mrib_db_summ_pod& summary) {
-  std::printf("\nMRIB Route Summary for VRF %s\n", vrf);
-  std::printf("  No. of group ranges = %d\n", static_cast<int>(summary.GroupRanges));
-  std::printf("  No. of (*,G) routes = %d\n", static_cast<int>(summary.GRoutes));
-  std::printf("  No. of (S,G) routes = %d\n", static_cast<int>(summary.SGRoutes));
-  std::printf("  No. of Route x Interfaces (RxI) = %d\n", static_cast<int>(summary.ForwardingInterfaceCount));
-  std::printf("  Total No. of Interfaces in all routes = %d\n",
+  ostrel_outf("\nMRIB Route Summary for VRF %s\n", vrf);
+  ostrel_outf("  No. of group ranges = %d\n", static_cast<int>(summary.GroupRanges));
+  ostrel_outf("  No. of (*,G) routes = %d\n", static_cast<int>(summary.GRoutes));
+  ostrel_outf("  No. of (S,G) routes = %d\n", static_cast<int>(summary.SGRoutes));
+  ostrel_outf("  No. of Route x Interfaces (RxI) = %d\n", static_cast<int>(summary.ForwardingInterfaceCount));
+  ostrel_outf("  Total No. of Interfaces in all routes = %d\n",
               static_cast<int>(summary.RouteInterfaceCount));
 }
 
@@ -76,9 +76,8 @@ struct SummaryTarget {
   RouteSummaryTotals* totals;
 };
 
-void take_summary(void* record, void* context) {
-  const auto& summary = *static_cast<const mrib_db_summ_pod*>(record);
-  const auto& target = *static_cast<const SummaryTarget*>(context);
+void take_summary(const mrib_db_summ_pod& summary, SummaryTarget* target_pointer) {
+  const SummaryTarget& target = *target_pointer;
   if (target.totals != nullptr) {
     add_summary(summary, *target.totals);
   } else {
@@ -102,11 +101,11 @@ bool has_ipv4_config(const char* entry) {
 
 void print_totals(int32_t vrfs, const RouteSummaryTotals& totals) {
   // The group-range sum is kept with the others but is not part of this block.
-  std::printf("\nMRIB routes Summary for All VRFs (num VRFs : %d)\n", vrfs);
-  std::printf("  No. of (*,G) routes = %d\n", static_cast<int>(totals.g_routes));
-  std::printf("  No. of (S,G) routes = %d\n", static_cast<int>(totals.sg_routes));
-  std::printf("  No. of Route x Interfaces (RxI) = %d\n", static_cast<int>(totals.forwarding_interfaces));
-  std::printf("  Total No. of Interfaces in all routes = %d\n", static_cast<int>(totals.route_interfaces));
+  ostrel_outf("\nMRIB routes Summary for All VRFs (num VRFs : %d)\n", vrfs);
+  ostrel_outf("  No. of (*,G) routes = %d\n", static_cast<int>(totals.g_routes));
+  ostrel_outf("  No. of (S,G) routes = %d\n", static_cast<int>(totals.sg_routes));
+  ostrel_outf("  No. of Route x Interfaces (RxI) = %d\n", static_cast<int>(totals.forwarding_interfaces));
+  ostrel_outf("  Total No. of Interfaces in all routes = %d\n", static_cast<int>(totals.route_interfaces));
 }
 
 // Every configured VRF with IPv4 configuration: summed, or under -D each printed on its own.
@@ -116,7 +115,7 @@ void show_all_vrfs(bool each_on_its_own) {
   int32_t count = -1;
   vellum_list_t entries = nullptr;
   if (vellum_list(config.get(), "", "", &count, &entries) != kCerrOk || entries == nullptr) {
-    std::puts("No VRFs exist");
+    ostrel_out("No VRFs exist\n");
     return;
   }
   RouteSummaryTotals totals;
@@ -124,7 +123,7 @@ void show_all_vrfs(bool each_on_its_own) {
   for (;;) {
     const char* entry = nullptr;
     if (cerr_t rc = vellum_list_next(entries, &entry); rc != kCerrOk) {
-      std::printf("Error retrieving data from MRIB (%s)\n", cerr_strerror(rc));
+      ostrel_outf("Error retrieving data from MRIB (%s)\n", cerr_strerror(rc));
       return;
     }
     if (entry == nullptr || entry[0] == '\0') break;
@@ -139,28 +138,18 @@ void show_all_vrfs(bool each_on_its_own) {
 
 }  // namespace
 
+// One VRF's summary, without a data-type check. A missing one says so with the VRF's name, whatever the
+// code, which no ViewTexts row can: the view writes that line itself.
 void mrib_route_summary_show(vellum_handle_t root, const char* vrf, RouteSummaryTotals* totals) {
-  int length = std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "table/%s/routedb-summary", vrf);
-  if (length < 0 || static_cast<size_t>(length) >= sizeof ostrel_query_path) {
-    std::fputs("Error building query string\n", stderr);
-    return;
-  }
-  mrib_db_summ_pod summary;
+  if (!ostrel_build_path("table/%s/routedb-summary", vrf)) return;
   SummaryTarget target{vrf, totals};
-  ItemCycle cycle;
-  cycle.handle = root;
-  cycle.desc = &ostrel_mrib_db_summ_pod_desc;
-  cycle.record = &summary;
-  cycle.record_size = sizeof summary;
-  cycle.check_data_type = false;
-  cycle.context = &target;
-  cycle.print = take_summary;
-  cerr_t rc = ostrel_item_cycle(cycle);
+  cerr_t rc = ostrel_item_cycle(ItemCycle<mrib_db_summ_pod, SummaryTarget>{
+      .handle = root, .check_data_type = false, .context = &target, .print = take_summary});
   if (rc == kCerrOk) return;
   if (ostrel_debug) {
-    std::printf("\nNo MRIB Route-DB for VRF %s: %s\n", vrf, cerr_strerror(rc));
+    ostrel_outf("\nNo MRIB Route-DB for VRF %s: %s\n", vrf, cerr_strerror(rc));
   } else {
-    std::printf("\nNo MRIB Route-DB for VRF %s\n", vrf);
+    ostrel_outf("\nNo MRIB Route-DB for VRF %s\n", vrf);
   }
 }
 

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "../sim/test_root.h"
-#include "access/pod_descriptors.h"
 #include "access/pod_records.h"
 #include "access/switches.h"
 
@@ -49,24 +48,19 @@ class QueryTest : public ::testing::Test {
 
   ListOutcome list(const char* dir, Walk* walk, BatchRule rule = BatchRule::kMoreFlag, bool keyed = false) {
     std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "%s", dir);
-    ListCycle cycle;
-    cycle.handle = handle_;
-    cycle.desc = &ostrel_mrib_db_summ_pod_desc;
-    cycle.record = &record_;
-    cycle.record_size = sizeof record_;
-    cycle.not_available = "No MRIB summaries";
-    cycle.rule = rule;
-    cycle.context = walk;
-    cycle.on_first_batch = [](void* c) { ++static_cast<Walk*>(c)->first_calls; };
-    cycle.print = [](void* r, void* c) {
-      static_cast<Walk*>(c)->seen.push_back(static_cast<mrib_db_summ_pod*>(r)->GRoutes);
-    };
+    ListCycle<mrib_db_summ_pod, Walk> cycle{
+        .handle = handle_,
+        .texts = {.not_available = "No MRIB summaries"},
+        .rule = rule,
+        .context = walk,
+        .on_first_batch = [](Walk* w) { ++w->first_calls; },
+        .print = [](const mrib_db_summ_pod& r, Walk* w) { w->seen.push_back(r.GRoutes); }};
     // A view's own key, from the record: the name of the summary whose GRoutes it holds. It gives up after
     // a thousand records, so that a walk that goes round in circles ends the test instead of hanging it.
     if (keyed) {
-      cycle.resume_key = [](const void* r, char* key, size_t size, void* c) {
-        if (static_cast<Walk*>(c)->seen.size() > 1000) return false;
-        std::snprintf(key, size, "s%04u", static_cast<const mrib_db_summ_pod*>(r)->GRoutes);
+      cycle.resume_key = [](const mrib_db_summ_pod& r, char* key, size_t size, Walk* w) {
+        if (w->seen.size() > 1000) return false;
+        std::snprintf(key, size, "s%04u", r.GRoutes);
         return true;
       };
     }
@@ -74,7 +68,6 @@ class QueryTest : public ::testing::Test {
   }
 
   vellum_handle_t handle_ = nullptr;
-  mrib_db_summ_pod record_{};
 };
 
 // A full last batch ends the walk on the more flag or, by size, on the empty batch after it.

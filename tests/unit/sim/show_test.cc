@@ -50,8 +50,8 @@ std::string show_fixture() {
 std::vector<std::string> seen;
 int context_value = 0;
 
-void on_header() {
-  seen.push_back("header");
+void on_header(void* context) {
+  seen.push_back(context ? "header+context" : "header");
 }
 void on_record(void* structure, void* context) {
   seen.push_back(std::to_string(static_cast<mrib_db_summ_pod*>(structure)->GroupRanges));
@@ -69,16 +69,17 @@ class ShowTest : public ::testing::Test {
   }
   void TearDown() override { EXPECT_EQ(vellum_unbind(handle_), kCerrOk); }
 
-  cerr_t table(const char* dir, std::string* err) {
+  cerr_t table(const char* dir, std::string* err, uint32_t* listed = nullptr) {
     ::testing::internal::CaptureStderr();
     cerr_t status = mcast_show_table(handle_, dir, 256, on_header, on_record, &record_,
-                                     &ostrel_mrib_db_summ_pod_desc, 0, &context_value);
+                                     &ostrel_mrib_db_summ_pod_desc, 0, &context_value, listed);
     *err = ::testing::internal::GetCapturedStderr();
     return status;
   }
 
-  cerr_t item(vellum_handle_t handle, const char* path, void (*header)()) {
-    return mcast_show_item(handle, path, header, on_record, &record_, &ostrel_mrib_db_summ_pod_desc, 0);
+  cerr_t item(vellum_handle_t handle, const char* path, mcast_show_header_fn header) {
+    return mcast_show_item(handle, path, header, on_record, &record_, &ostrel_mrib_db_summ_pod_desc, 0,
+                           nullptr);
   }
 
   static TestRoot* root_;
@@ -89,9 +90,11 @@ TestRoot* ShowTest::root_ = nullptr;
 
 TEST_F(ShowTest, TablePrintsTheHeaderOnceBeforeTheFirstRecordAcrossBatches) {
   std::string err;
-  EXPECT_EQ(table("big/", &err), kCerrOk);
+  uint32_t listed = 0;
+  EXPECT_EQ(table("big/", &err, &listed), kCerrOk);
+  EXPECT_EQ(listed, 300u);
   ASSERT_EQ(seen.size(), 301u);
-  EXPECT_EQ(seen[0], "header");
+  EXPECT_EQ(seen[0], "header+context");
   for (uint32_t i = 0; i < 300; ++i) EXPECT_EQ(seen[i + 1], std::to_string(i));
   EXPECT_EQ(context_value, 300);
   EXPECT_EQ(err, "");
@@ -100,32 +103,37 @@ TEST_F(ShowTest, TablePrintsTheHeaderOnceBeforeTheFirstRecordAcrossBatches) {
 TEST_F(ShowTest, AFailedMoreFlagEndsTheTableAfterItsBatch) {
   ::testing::internal::CaptureStderr();
   EXPECT_EQ(mcast_show_table(handle_, "short/", 2, nullptr, on_record, &record_,
-                             &ostrel_mrib_db_summ_pod_desc, 0, nullptr),
+                             &ostrel_mrib_db_summ_pod_desc, 0, nullptr, nullptr),
             kCerrOk);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(),
             std::string("Error in getting more flag ") + cerr_strerror(0x40cc0004) + "\n");
   EXPECT_EQ(seen, (std::vector<std::string>{"7", "7"}));
 }
 
+// An empty directory and one whose items could not be shown both succeed; what they listed tells them apart.
 TEST_F(ShowTest, ItemsThatCannotBeShownAreReportedAndSkippedAndNoRecordMeansNoHeader) {
   std::string err;
   EXPECT_EQ(table("mixed", &err), kCerrOk);
-  EXPECT_EQ(seen, (std::vector<std::string>{"header", "1", "4"}));
+  EXPECT_EQ(seen, (std::vector<std::string>{"header+context", "1", "4"}));
   EXPECT_EQ(err.rfind("Unexpected datatype: 8\nError decoding pod ", 0), 0u) << err;
-  // No header without a record.
   seen.clear();
-  EXPECT_EQ(table("empty/", &err), kCerrOk);
-  EXPECT_EQ(table("bad/", &err), kCerrOk);
+  uint32_t listed = 7;
+  EXPECT_EQ(table("empty/", &err, &listed), kCerrOk);
+  EXPECT_EQ(listed, 0u);
+  EXPECT_EQ(table("bad/", &err, &listed), kCerrOk);
+  EXPECT_EQ(listed, 1u);
   EXPECT_EQ(err, "Unexpected datatype: 9\n");
   EXPECT_TRUE(seen.empty());
-  EXPECT_EQ(table("missing/", &err), kStoreNotFound);
+  listed = 7;
+  EXPECT_EQ(table("missing/", &err, &listed), kStoreNotFound);
+  EXPECT_EQ(listed, 0u);
   EXPECT_TRUE(seen.empty());
 }
 
 TEST_F(ShowTest, AnItemThatCannotBeReadEndsTheTable) {
   std::string err;
   EXPECT_EQ(table("faulty/", &err), 0x40cc0003u);
-  EXPECT_EQ(seen, (std::vector<std::string>{"header", "1"}));
+  EXPECT_EQ(seen, (std::vector<std::string>{"header+context", "1"}));
   EXPECT_EQ(err, std::string("Reading result data-list ") + cerr_strerror(0x40cc0003) + "\n");
 }
 
@@ -141,13 +149,14 @@ TEST_F(ShowTest, ItemIsShownWithoutContextOrReadOnlyAndUnboundHandlesFail) {
 
   // Reading only needs no callbacks; unbound handles fail.
   seen.clear();
-  EXPECT_EQ(mcast_show_item(handle_, "one/raw", nullptr, nullptr, nullptr, nullptr, 0), kCerrOk);
-  EXPECT_EQ(mcast_show_item(handle_, "one/missing", nullptr, nullptr, nullptr, nullptr, 0), kStoreNotFound);
-  EXPECT_EQ(mcast_show_table(handle_, "mixed/", 256, nullptr, nullptr, nullptr, nullptr, 0, nullptr),
+  EXPECT_EQ(mcast_show_item(handle_, "one/raw", nullptr, nullptr, nullptr, nullptr, 0, nullptr), kCerrOk);
+  EXPECT_EQ(mcast_show_item(handle_, "one/missing", nullptr, nullptr, nullptr, nullptr, 0, nullptr),
+            kStoreNotFound);
+  EXPECT_EQ(mcast_show_table(handle_, "mixed/", 256, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr),
             kCerrOk);
   EXPECT_EQ(item(nullptr, "one/summary", on_header), kStoreNotBound);
   EXPECT_EQ(mcast_show_table(nullptr, "big/", 256, on_header, on_record, &record_,
-                             &ostrel_mrib_db_summ_pod_desc, 0, nullptr),
+                             &ostrel_mrib_db_summ_pod_desc, 0, nullptr, nullptr),
             kStoreNotBound);
   EXPECT_TRUE(seen.empty());
 }

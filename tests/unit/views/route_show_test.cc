@@ -8,6 +8,7 @@
 #include <string>
 
 #include "../sim/test_root.h"
+#include "access/output.h"
 #include "platform/vellum.h"
 
 namespace {
@@ -35,7 +36,7 @@ std::string show_table() {
   EXPECT_EQ(vellum_bind(&handle, kTable, 0), 0u);
   testing::internal::CaptureStdout();
   mrib_route_show(handle, "", "", 32, false, false, false, false);
-  std::fflush(stdout);
+  ostrel_out_flush();
   std::string out = testing::internal::GetCapturedStdout();
   (void)vellum_unbind(handle);
   return out;

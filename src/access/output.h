@@ -1,0 +1,147 @@
+// Standard output of a run. Views write through one buffer that the program owns and hands to stdout in
+// large blocks: at a million routes a stdio call per piece costs more than the bytes it moves. A fixed text
+// goes out with ostrel_out(), a formatted one with ostrel_outf(), and a line of many pieces is assembled in
+// an OstrelLine and emitted whole. Nothing else in the program writes to stdout, so the order holds.
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+namespace ostrel::detail {
+
+inline constexpr size_t kOutSize = 1 << 16;
+extern char out_buffer[kOutSize];
+extern size_t out_used;
+// Hands what is buffered to stdout, then takes `text` too.
+void out_spill(const char* text, size_t size);
+
+}  // namespace ostrel::detail
+
+inline void ostrel_out(const char* text, size_t size) {
+  using namespace ostrel::detail;
+  if (size <= kOutSize - out_used) [[likely]] {
+    std::memcpy(out_buffer + out_used, text, size);
+    out_used += size;
+    return;
+  }
+  out_spill(text, size);
+}
+
+inline void ostrel_out(std::string_view text) {
+  ostrel_out(text.data(), text.size());
+}
+
+// printf() into the output buffer.
+void ostrel_outf(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+// Hands everything buffered to stdout and flushes it. Runs at exit; a prompt runs it before it reads.
+void ostrel_out_flush();
+
+// A line, or a few lines, assembled in place from pieces and emitted in one write. A piece that does not fit
+// in the capacity is cut there, and the line remembers it: a view under the rule that a line which
+// overflows its buffer is not printed at all gives the buffer's capacity and asks fits() before it emits.
+class OstrelLine {
+ public:
+  // Every line the views build from bounded pieces (names of 80, flag texts of 256, counters) fits with
+  // room to spare.
+  static constexpr size_t kCapacity = 1024;
+
+  // At most `capacity` characters, at most kCapacity: a line that a buffer of N bytes holds with its
+  // terminator has a capacity of N - 1.
+  explicit OstrelLine(size_t capacity = kCapacity) : capacity_(capacity < kCapacity ? capacity : kCapacity) {}
+
+  OstrelLine& add(std::string_view text) {
+    // The cut is kept off the common path, so that a literal's copy has a constant size and compiles to a
+    // few moves.
+    size_t size = text.size();
+    if (size <= capacity_ - used_) [[likely]] {
+      std::memcpy(text_ + used_, text.data(), size);
+      used_ += size;
+    } else {
+      std::memcpy(text_ + used_, text.data(), capacity_ - used_);
+      used_ = capacity_;
+      cut_ = true;
+    }
+    return *this;
+  }
+  OstrelLine& add(const char* text) { return add(std::string_view(text)); }
+  OstrelLine& add(char c) {
+    if (used_ < capacity_) {
+      text_[used_++] = c;
+    } else {
+      cut_ = true;
+    }
+    return *this;
+  }
+
+  // The decimal digits of `value`, as "%lu" writes them; counters and rates are printed by the million.
+  OstrelLine& add(uint64_t value) {
+    char digits[20];
+    char* first = digits + sizeof digits;
+    do {
+      *--first = static_cast<char>('0' + value % 10);
+      value /= 10;
+    } while (value != 0);
+    return add(std::string_view(first, static_cast<size_t>(digits + sizeof digits - first)));
+  }
+
+  // As "%d" or "%ld" writes a signed value.
+  OstrelLine& add_signed(int64_t value) {
+    if (value < 0) add('-');
+    return add(value < 0 ? uint64_t{0} - static_cast<uint64_t>(value) : static_cast<uint64_t>(value));
+  }
+
+  // printf formatting for the rarer pieces (counters, pointers under the private switch).
+  OstrelLine& addf(const char* format, ...) __attribute__((format(printf, 2, 3))) {
+    va_list args;
+    va_start(args, format);
+    advance(std::vsnprintf(end(), room(), format, args));
+    va_end(args);
+    return *this;
+  }
+
+  // For the platform's writers, which take a buffer and its size, store at most size - 1 characters and a
+  // terminator, and return the length of the whole text (negative on failure): where the next piece goes,
+  // the size to give them, and what they returned.
+  char* end() { return text_ + used_; }
+  size_t room() const { return capacity_ + 1 - used_; }
+  OstrelLine& advance(int written) {
+    if (written < 0) {
+      cut_ = true;
+    } else if (static_cast<size_t>(written) < room()) {
+      used_ += static_cast<size_t>(written);
+    } else {
+      used_ = capacity_;
+      cut_ = true;
+    }
+    return *this;
+  }
+
+  std::string_view text() const { return {text_, used_}; }
+  // False once a piece was cut.
+  bool fits() const { return !cut_; }
+
+  // Writes what was assembled and starts an empty line.
+  void emit() {
+    ostrel_out(text_, used_);
+    used_ = 0;
+    cut_ = false;
+  }
+
+  // The same with `last` after the text, outside the capacity: the newline that ends a line built in a
+  // buffer of its own size.
+  void emit(char last) {
+    text_[used_++] = last;
+    emit();
+  }
+
+ private:
+  char text_[kCapacity + 1];  // and a byte for the terminator that the writers store, or for `last`
+  size_t capacity_;
+  size_t used_ = 0;
+  bool cut_ = false;
+};

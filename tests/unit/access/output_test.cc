@@ -1,0 +1,82 @@
+#include "access/output.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+// What `write` hands to stdout, once the output buffer is flushed.
+template <typename Write>
+std::string written(Write write) {
+  testing::internal::CaptureStdout();
+  write();
+  ostrel_out_flush();
+  return testing::internal::GetCapturedStdout();
+}
+
+TEST(OstrelLine, CountersReadAsPrintfWritesThem) {
+  OstrelLine line;
+  line.add(uint64_t{0}).add(' ').add(uint64_t{7}).add(' ').add(uint64_t{1000}).add(' ');
+  line.add(UINT64_MAX).add(' ').add_signed(-1).add(' ').add_signed(INT64_MIN).add(' ').add_signed(42);
+  EXPECT_EQ(line.text(), "0 7 1000 18446744073709551615 -1 -9223372036854775808 42");
+}
+
+// Texts, formats and lines leave in the order they were written, across buffer spills and texts larger than
+// the buffer; an emitted line starts a fresh one.
+TEST(Output, EveryWayOutKeepsItsOrder) {
+  std::string almost_full(ostrel::detail::kOutSize - 3, 'x');
+  std::string larger(ostrel::detail::kOutSize + 10, 'y');
+  OstrelLine line;
+  EXPECT_EQ(written([&] {
+              ostrel_out("a");
+              line.add("  Gi0/0/0/1").add(' ').addf("0x%05x", 0x12).add('\n');
+              line.emit();
+              line.add("next");
+              line.emit('\n');
+              ostrel_out(almost_full);
+              ostrel_outf("%d-%s", 12345, "z");  // does not fit in what is left
+              ostrel_out(larger);
+              ostrel_outf("%s", larger.c_str());
+            }),
+            "a  Gi0/0/0/1 0x00012\nnext\n" + almost_full + "12345-z" + larger + larger);
+}
+
+TEST(OstrelLine, APieceBeyondTheCapacityIsCutThere) {
+  OstrelLine line;
+  std::string long_piece(OstrelLine::kCapacity - 3, 'x');
+  line.add(long_piece).add("abcdef").add('g').addf("%d", 12345);
+  EXPECT_EQ(line.text(), long_piece + "abc");
+  EXPECT_FALSE(line.fits());
+}
+
+// A line of a 16-byte buffer holds 15 characters: a piece of exactly the room left does not fit, since its
+// terminator would not, whether it is added, formatted or written by a platform writer.
+TEST(OstrelLine, ALineOfABufferTakesWhatTheBufferWouldHold) {
+  OstrelLine text_line(15);
+  text_line.add("0123456789");
+  EXPECT_TRUE(text_line.add("12345").fits());
+  EXPECT_FALSE(text_line.add('x').fits());
+
+  OstrelLine format_line(15);
+  format_line.add("0123456789").addf("%d", 1234);
+  EXPECT_TRUE(format_line.fits());
+  EXPECT_FALSE(format_line.addf("%d", 12).fits());
+  EXPECT_EQ(format_line.text(), "012345678912341");
+
+  OstrelLine writer_line(15);
+  writer_line.add("0123");
+  EXPECT_EQ(writer_line.room(), 12u);
+  EXPECT_TRUE(
+      writer_line.advance(std::snprintf(writer_line.end(), writer_line.room(), "%s", "abcdefghijk")).fits());
+  EXPECT_FALSE(writer_line.advance(std::snprintf(writer_line.end(), writer_line.room(), "%s", "z")).fits());
+  OstrelLine failed(15);
+  EXPECT_FALSE(failed.advance(-1).fits());
+
+  // The framing newline goes out after a full line.
+  EXPECT_EQ(written([&] { text_line.emit('\n'); }), "012345678912345\n");
+}
+
+}  // namespace
