@@ -67,17 +67,6 @@ const uint8_t* mrib_pod_addr_bytes(const mrib_addrtype* addr) {
   return known_family(addr) ? addr->IPV6Address : nullptr;
 }
 
-uint32_t mrib_pod_addr_length(const mrib_addrtype* addr) {
-  switch (addr->AFName) {
-    case 0:
-      return 4;
-    case 1:
-      return 16;
-    default:
-      return 0;
-  }
-}
-
 const char* mrib_pod_addr_print(const mrib_addrtype* addr) {
   const uint8_t* bytes = mrib_pod_addr_bytes(addr);
   OSTREL_ASSERT(bytes != nullptr, "addr_bytes != NULL", kPodLibSource);

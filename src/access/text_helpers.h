@@ -17,8 +17,6 @@ extern "C" const char* strsave(const char* text);
 const char* mrib_pod_addr_print(const mrib_addrtype* addr);
 // True when the first 32-bit word of the address bytes is 0. Family 0 or 1 only.
 uint32_t mrib_pod_addr_is_any(const mrib_addrtype* addr);
-// 4 for family 0, 16 for family 1, 0 otherwise.
-uint32_t mrib_pod_addr_length(const mrib_addrtype* addr);
 // The address bytes for family 0 or 1, none otherwise.
 const uint8_t* mrib_pod_addr_bytes(const mrib_addrtype* addr);
 

@@ -1,5 +1,6 @@
-// The shared list cycle over a simulated store: batches and resume keys under each batch rule. (Per-item and
-// listing failures and the single-item cycle are tested through the views, in the route cases.)
+// The shared cycles over a simulated store: batches and resume keys under each batch rule, and the single
+// item's data-type check. (Other per-item and listing failures are tested through the views, in the route
+// cases.)
 #include "access/query.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "../sim/test_root.h"
+#include "access/output.h"
 #include "access/pod_records.h"
 #include "access/switches.h"
 
@@ -121,6 +123,35 @@ TEST_F(QueryTest, AViewsKeyComesFromTheLastRecordPrinted) {
   ASSERT_EQ(walk.seen.size(), 300u);
   for (uint32_t i = 0; i < 300; ++i) EXPECT_EQ(walk.seen[i], i);
   EXPECT_EQ(std::count(err.begin(), err.end(), '\n'), 2) << err;
+}
+
+// A view that checks the data type skips an item of another type before decoding it; one that does not
+// hands it to the decoder. A missing item prints the view's text and returns the store's code.
+TEST_F(QueryTest, TheItemCycleChecksTheDataTypeWhenTheViewAsks) {
+  std::string odd = std::string(R"({"path": ")") + kDir + R"(odd", "datatype": 8, "hex": "00"})";
+  ostrel::sim::TestRoot root(summaries(1, odd));
+  bind();
+  int printed = 0;
+  auto fetch = [&](const char* path, bool check_data_type) {
+    std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "%s", path);
+    return ostrel_item_cycle(ItemCycle<mrib_db_summ_pod, int>{
+        .handle = handle_,
+        .texts = {.not_available = "No MRIB summaries", .not_found = "No such summary\n"},
+        .check_data_type = check_data_type,
+        .context = &printed,
+        .print = [](const mrib_db_summ_pod&, int* count) { ++*count; }});
+  };
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(fetch("odd", true), kCerrOk);
+  EXPECT_EQ(fetch("sums/s0000", true), kCerrOk);
+  EXPECT_EQ(fetch("missing", true), kOstrelNotFound);
+  EXPECT_EQ(fetch("odd", false), kCerrOk);
+  ostrel_out_flush();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "No such summary\n");
+  std::string err = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err.rfind("Unexpected datatype: 8\nError decoding pod ", 0), 0u) << err;
+  EXPECT_EQ(printed, 1);
 }
 
 }  // namespace

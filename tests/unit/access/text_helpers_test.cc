@@ -51,9 +51,7 @@ TEST(AddressPrint, DottedAndHexTextsShareARingOfFive) {
 TEST(AddressPrint, FamiliesZeroAndOneAreReadAsIpv4OthersAreNamed) {
   mrib_addrtype v6 = address("232.1.1.1", 1), odd = address("10.0.0.1", 7), v4 = address("10.0.0.1");
   EXPECT_STREQ(mrib_pod_addr_print(&v6), "232.1.1.1");
-  EXPECT_EQ(mrib_pod_addr_length(&v6), 16u);
   EXPECT_EQ(mrib_pod_addr_bytes(&odd), nullptr);
-  EXPECT_EQ(mrib_pod_addr_length(&odd), 0u);
   EXPECT_STREQ(ostrel_addr_text(&odd), "<unknown AF 7>");
   EXPECT_STREQ(ostrel_addr_text(&v4), "10.0.0.1");
   mrib_addrtype zero = address("0.0.0.0"), one = address("0.0.0.1");
