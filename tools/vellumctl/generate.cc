@@ -21,6 +21,7 @@
 #include "platform/vellum.h"
 #include "sim/codec/pod_codec.h"
 #include "tools/fixture/fixture.h"
+#include "tools/fixture/route_collections.h"
 
 namespace ostrel::tools {
 namespace {
@@ -147,22 +148,6 @@ void add_rates(RouteBuffers* b, const GenerateSettings& s, Random& random) {
   r.OutgoingRates = {1, &b->outgoing};
 }
 
-void fill_ole(RouteBuffers* b) {
-  mrib_route_ole_pod& ole = b->ole;
-  std::memset(&ole, 0, sizeof ole);
-  ole.Source = b->route.Source;
-  ole.GroupRange = b->route.GroupRange;
-  ole.Uptime = b->route.Uptime;
-  ole.OLECount = static_cast<uint32_t>(b->route.ForwardInterfaceCount);
-  ole.EntryAttributes = b->route.EntryAttributes;
-}
-
-std::string table_dir(const GenerateSettings& s) {
-  return "/oper/ipv4-mrib/gl/act/table/" + s.vrf + "/";
-}
-
-constexpr char kMibDir[] = "routedb-mib/e0000000,00000000,4/";
-
 // What a router has whatever its routes: inventory, the collections' directories, the configuration tree.
 std::string base_fixture(const GenerateSettings& s) {
   nlohmann::json fixture;
@@ -174,8 +159,8 @@ std::string base_fixture(const GenerateSettings& s) {
   }
   fixture["nodes"] = {{{"id", "0x800"}, {"name", "0/0/CPU0"}}};
   fixture["fapids"] = {{{"id", "0x800"}, {"name", "0/0/CPU0"}}};
-  std::string table = table_dir(s);
-  fixture["dirs"] = {table + "routedb/", table + "routeratedb/", table + "routedb-ole/", table + kMibDir,
+  std::string table = route_table_dir(s.vrf);
+  fixture["dirs"] = {table + "routedb/", table + "routeratedb/", table + "routedb-ole/", table + kRouteMibDir,
                      "/cfg/gl/mcast/ord_v/" + s.vrf + "/ipv4/"};
   return fixture.dump();
 }
@@ -239,9 +224,11 @@ bool encode(const pod_desc& desc, const void* record, std::string* bytes, std::s
   return ostrel::sim::pod_encode_struct(desc, record, bytes, error);
 }
 
-struct Totals {
-  uint32_t g_routes = 0, sg_routes = 0, forwarding = 0, interfaces = 0;
-};
+bool name_route(const mrib_route_pod& route, RouteNames* names, std::string* error) {
+  if (route_names(route.Source, route.GroupRange, names)) return true;
+  *error = "a generated route has no IPv4 names";
+  return false;
+}
 
 // Each route draws from a stream of its own, so that its contents do not depend on the order in which
 // routes are written.
@@ -252,10 +239,10 @@ Random route_random(const GenerateSettings& s, uint64_t index) {
 
 // Routes are written in the order of each collection's keys: inserts in key order only ever touch the last
 // pages of the table, where random ones made SQLite spill and reread pages through the whole file.
-bool write_routes(StoreWriter& w, const GenerateSettings& s, Totals* totals, std::string* error) {
-  std::string table = table_dir(s);
+bool write_routes(StoreWriter& w, const GenerateSettings& s, mrib_db_summ_pod* summary, std::string* error) {
+  std::string table = route_table_dir(s.vrf);
   std::string routedb = table + "routedb/", ratedb = table + "routeratedb/", oledb = table + "routedb-ole/";
-  std::string mibdb = table + kMibDir, by_group = table + "routedb-g/", by_source = table + "routedb-s/";
+  std::string mibdb = table + kRouteMibDir, by_group = table + "routedb-g/", by_source = table + "routedb-s/";
   std::vector<RouteKey> keys(s.routes);
   for (uint64_t i = 0; i < s.routes; ++i) {
     Random random = route_random(s, i);
@@ -271,29 +258,29 @@ bool write_routes(StoreWriter& w, const GenerateSettings& s, Totals* totals, std
 
   RouteBuffers b;
   std::string bytes;
-  char key[32], mib_key[32], group_dir[32], source_dir[20];
+  RouteNames names;
   for (uint32_t i : by_source_order) {
     Random random = route_random(s, i);
     RouteKey k = route_key(i, s, random);
-    std::snprintf(key, sizeof key, "%08x,%08x,32", k.source, k.group);
     uint64_t uptime = random.next() % 2000000;
     fill_route(&b, i, k, s, uptime);
-    (k.source == 0 ? totals->g_routes : totals->sg_routes) += 1;
-    totals->forwarding += b.route.ForwardInterfaceCount;
-    totals->interfaces += static_cast<uint32_t>(b.route.Interfaces.count);
-    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) || !w.item(routedb, key, bytes, error))
+    if (!name_route(b.route, &names, error)) return false;
+    route_summary_add(b.route, summary);
+    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) ||
+        !w.item(routedb, names.key, bytes, error))
       return false;
-    if (s.filtered && k.source != 0) {
-      std::snprintf(source_dir, sizeof source_dir, "%u.%u.%u.%u/", k.source >> 24, (k.source >> 16) & 255,
-                    (k.source >> 8) & 255, k.source & 255);
-      std::string source_path = by_source + source_dir;
-      if (!w.dir(by_source, source_dir, error) || !w.item(source_path, key, bytes, error)) return false;
+    if (s.filtered && route_belongs(RouteIndex::kBySource, b.route)) {
+      std::string source_path = by_source + names.source_dir;
+      if (!w.dir(by_source, names.source_dir, error) || !w.item(source_path, names.key, bytes, error))
+        return false;
     }
-    fill_ole(&b);
-    if (!encode(ostrel_mrib_route_ole_pod_desc, &b.ole, &bytes, error) || !w.item(oledb, key, bytes, error))
+    route_outgoing_record(b.route, &b.ole);
+    if (!encode(ostrel_mrib_route_ole_pod_desc, &b.ole, &bytes, error) ||
+        !w.item(oledb, names.key, bytes, error))
       return false;
     add_rates(&b, s, random);
-    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) || !w.item(ratedb, key, bytes, error))
+    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) ||
+        !w.item(ratedb, names.key, bytes, error))
       return false;
   }
 
@@ -301,16 +288,15 @@ bool write_routes(StoreWriter& w, const GenerateSettings& s, Totals* totals, std
   for (uint32_t i = 0; i < s.routes; ++i) {
     Random random = route_random(s, i);
     RouteKey k = route_key(i, s, random);
-    std::snprintf(key, sizeof key, "%08x,%08x,32", k.source, k.group);
-    std::snprintf(mib_key, sizeof mib_key, "%08x,%08x,32", k.group, k.source);
     fill_route(&b, i, k, s, random.next() % 2000000);
-    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) || !w.item(mibdb, mib_key, bytes, error))
+    if (!name_route(b.route, &names, error)) return false;
+    if (!encode(ostrel_mrib_route_pod_desc, &b.route, &bytes, error) ||
+        !w.item(mibdb, names.mib_key, bytes, error))
       return false;
     if (s.filtered) {
-      std::snprintf(group_dir, sizeof group_dir, "%u.%u.%u.%u,32/", k.group >> 24, (k.group >> 16) & 255,
-                    (k.group >> 8) & 255, k.group & 255);
-      std::string group_path = by_group + group_dir;
-      if (!w.dir(by_group, group_dir, error) || !w.item(group_path, key, bytes, error)) return false;
+      std::string group_path = by_group + names.group_dir;
+      if (!w.dir(by_group, names.group_dir, error) || !w.item(group_path, names.key, bytes, error))
+        return false;
     }
   }
   if (s.filtered) {
@@ -320,11 +306,13 @@ bool write_routes(StoreWriter& w, const GenerateSettings& s, Totals* totals, std
   return true;
 }
 
-bool write_summary(StoreWriter& w, const GenerateSettings& s, const Totals& t, std::string* error) {
-  mrib_db_summ_pod summary{1, t.g_routes, t.sg_routes, t.forwarding, t.interfaces};
+bool write_summary(StoreWriter& w, const GenerateSettings& s, mrib_db_summ_pod summary, std::string* error) {
+  // Every route is a /32; the one group range is what generated roots say, and bench roots are compared
+  // byte for byte.
+  summary.GroupRanges = 1;
   std::string bytes;
   return encode(ostrel_mrib_db_summ_pod_desc, &summary, &bytes, error) &&
-         w.item(table_dir(s), "routedb-summary", bytes, error);
+         w.item(route_table_dir(s.vrf), "routedb-summary", bytes, error);
 }
 
 bool number_option(const char* text, uint64_t max, uint64_t* out) {
@@ -339,12 +327,12 @@ bool number_option(const char* text, uint64_t max, uint64_t* out) {
 
 bool generate_root(const std::string& root, const GenerateSettings& s, std::string* error) {
   if (!build_root(root, {{"generated base", base_fixture(s)}}, error)) return false;
-  Totals totals;
+  mrib_db_summ_pod summary{};
   bool written = false;
   {
     StoreWriter w;
-    written = w.open(root + "/vellum.db", error) && write_routes(w, s, &totals, error) &&
-              write_summary(w, s, totals, error) && w.commit(error);
+    written = w.open(root + "/vellum.db", error) && write_routes(w, s, &summary, error) &&
+              write_summary(w, s, summary, error) && w.commit(error);
   }
   if (!written) {
     std::error_code ignored;
