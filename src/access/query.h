@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "access/pod_descriptors.h"
+#include "access/pod_records.h"
 #include "platform/pod.h"
 #include "platform/show.h"
 #include "platform/vellum.h"

@@ -25,3 +25,12 @@ const char* ostrel_oper_root();
 
 // The library presence check made before every bind and unbind: 0, or the library-missing code.
 [[nodiscard]] cerr_t ostrel_vellum_check();
+
+// Keyword runs bind what they need themselves. Each of these checks the library, binds, and on failure
+// writes "'vellum_bind' failed for '<path>' (<error>)" on standard output and ends the process with status 1.
+// `*handle` to the absolute directory `path`:
+void ostrel_bind_keyword_path(vellum_handle_t* handle, const char* path);
+// ostrel_root_handle to the active or standby oper root:
+void ostrel_bind_root(bool standby);
+// ostrel_view_handle to the table directory of `vrf` below the active or standby oper root:
+void ostrel_bind_table(bool standby, const char* vrf);

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "access/output.h"
 #include "access/session.h"
 #include "platform/chunk.h"
 #include "platform/interface.h"
@@ -106,11 +105,6 @@ bool create_pools() {
   return false;
 }
 
-[[noreturn]] void keyword_bind_failed(const char* path, cerr_t rc) {
-  ostrel_outf("'%s' failed for '%s' (%s)", "vellum_bind", path, cerr_strerror(rc));
-  std::exit(1);
-}
-
 }  // namespace
 
 bool ostrel_setup(ShowArgs& args) {
@@ -123,16 +117,4 @@ bool ostrel_setup(ShowArgs& args) {
 
 void ostrel_teardown() {
   if (mrib_imc_ctx != nullptr) (void)imc_control_server_unbind(&mrib_imc_ctx, 0);
-}
-
-void ostrel_bind_root(bool standby) {
-  const char* root = standby ? kOstrelStandbyRoot : kOstrelActiveRoot;
-  if (cerr_t rc = checked_bind(&ostrel_root_handle, root); rc != kCerrOk) keyword_bind_failed(root, rc);
-}
-
-void ostrel_bind_table(bool standby, const char* vrf) {
-  char path[256];
-  std::snprintf(path, sizeof path, "%s%s%s/", standby ? kOstrelStandbyRoot : kOstrelActiveRoot, "table/",
-                vrf);
-  if (cerr_t rc = checked_bind(&ostrel_view_handle, path); rc != kCerrOk) keyword_bind_failed(path, rc);
 }

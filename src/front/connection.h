@@ -11,8 +11,3 @@
 
 // Releases the interface-name server when bound. The store handles and pools are left to the process end.
 void ostrel_teardown();
-
-// Keyword runs bind what they need themselves: the oper root into ostrel_root_handle, or a VRF's table
-// directory into ostrel_view_handle. A failure is printed on standard output and the process exits with 1.
-void ostrel_bind_root(bool standby);
-void ostrel_bind_table(bool standby, const char* vrf);

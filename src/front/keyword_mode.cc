@@ -1,6 +1,6 @@
 // The keyword commands: one row per command number, naming the keywords that fill the command's record (in
-// the order the reader is asked for them), what the command binds, and the view it runs. Adding a command
-// is adding its record, its keyword table and a row.
+// the order the reader is asked for them), what the command binds, and the view it runs. Each view declares
+// its record; adding a command is adding its keyword table and a row.
 #include "front/keyword_mode.h"
 
 #include <cstdint>
@@ -9,9 +9,16 @@
 
 #include "access/output.h"
 #include "access/session.h"
-#include "front/connection.h"
 #include "platform/cli_args.h"
 #include "platform/show.h"
+#include "views/client/chkpt_stats.h"
+#include "views/client/client_routes.h"
+#include "views/client/clients.h"
+#include "views/client/nsf.h"
+#include "views/client/nsr_end.h"
+#include "views/client/rc_ipc.h"
+#include "views/client/rpfid.h"
+#include "views/mvpn/table_info.h"
 
 namespace {
 
@@ -69,124 +76,88 @@ struct Command {
   using Arguments = Args;
   std::span<const Keyword<Args>> keywords;
   Bind<Args> bind;
-  void (*view)(const Args&);  // none for a command whose display this program does not have yet
+  void (*view)(const Args&);
 };
 
-// ---- The commands' records and keywords ------------------------------------------------------------------
+// ---- The commands' keywords, in the order the reader is asked for them -----------------------------------
 
-struct ClientsArgs {
-  const char* name;
-  uint32_t name_given, filter, detail, private_fields, standby;
+using K = ClientsKeywords;
+constexpr Keyword<K> kClientsKeywords[] = {
+    text("-n", &K::name, &K::name_given), flag("-f", &K::filter),        flag("-detail", &K::detail),
+    flag("-private", &K::private_fields), flag("-standby", &K::standby),
 };
-constexpr Keyword<ClientsArgs> kClientsKeywords[] = {
-    text("-n", &ClientsArgs::name, &ClientsArgs::name_given),
-    flag("-f", &ClientsArgs::filter),
-    flag("-detail", &ClientsArgs::detail),
-    flag("-private", &ClientsArgs::private_fields),
-    flag("-standby", &ClientsArgs::standby),
-};
-constexpr Command<ClientsArgs> kClients{kClientsKeywords, bind_root(&ClientsArgs::standby), nullptr};
+constexpr Command<K> kClients{kClientsKeywords, bind_root(&K::standby), ostrel_kw_clients_view};
 
 // The client routes bind the client's own tree, which only the view can name.
-struct ClientRoutesArgs {
-  const char* name;
-  uint32_t table, table_given;
-  const char* group;
-  uint32_t group_given, prefix_length, prefix_length_given;
-  const char* source;
-  uint32_t source_given, standby;
+using R = ClientRoutesKeywords;
+constexpr Keyword<R> kClientRoutesKeywords[] = {
+    required_text("-n", &R::name),
+    number("-j", &R::table, &R::table_given),
+    text("-g", &R::group, &R::group_given),
+    number("-p", &R::prefix_length, &R::prefix_length_given),
+    text("-s", &R::source, &R::source_given),
+    flag("-standby", &R::standby),
 };
-constexpr Keyword<ClientRoutesArgs> kClientRoutesKeywords[] = {
-    required_text("-n", &ClientRoutesArgs::name),
-    number("-j", &ClientRoutesArgs::table, &ClientRoutesArgs::table_given),
-    text("-g", &ClientRoutesArgs::group, &ClientRoutesArgs::group_given),
-    number("-p", &ClientRoutesArgs::prefix_length, &ClientRoutesArgs::prefix_length_given),
-    text("-s", &ClientRoutesArgs::source, &ClientRoutesArgs::source_given),
-    flag("-standby", &ClientRoutesArgs::standby),
-};
-constexpr Command<ClientRoutesArgs> kClientRoutes{kClientRoutesKeywords, {}, nullptr};
+constexpr Command<R> kClientRoutes{kClientRoutesKeywords, {}, ostrel_kw_client_routes_view};
 
-struct NsfArgs {
-  uint32_t private_fields, standby, detail;
+constexpr Keyword<NsfKeywords> kNsfKeywords[] = {
+    flag("-private", &NsfKeywords::private_fields),
+    flag("-standby", &NsfKeywords::standby),
+    flag("-detail", &NsfKeywords::detail),
 };
-constexpr Keyword<NsfArgs> kNsfKeywords[] = {
-    flag("-private", &NsfArgs::private_fields),
-    flag("-standby", &NsfArgs::standby),
-    flag("-detail", &NsfArgs::detail),
-};
-constexpr Command<NsfArgs> kNsf{kNsfKeywords, bind_root(&NsfArgs::standby), nullptr};
+constexpr Command<NsfKeywords> kNsf{kNsfKeywords, bind_root(&NsfKeywords::standby), ostrel_kw_nsf_view};
 
 // The memory item is read and nothing is shown: the platform's item printer, given no callbacks and no
 // record type, only reads.
-struct MemoryArgs {};
-constexpr Command<MemoryArgs> kMemory{{}, bind_table<MemoryArgs>(), [](const MemoryArgs&) {
-                                        (void)mcast_show_item(ostrel_view_handle, "memory", nullptr, nullptr,
-                                                              nullptr, nullptr, 0, nullptr);
-                                      }};
+struct MemoryKeywords {};
+void read_memory(const MemoryKeywords&) {
+  (void)mcast_show_item(ostrel_view_handle, "memory", nullptr, nullptr, nullptr, nullptr, 0, nullptr);
+}
+constexpr Command<MemoryKeywords> kMemory{{}, bind_table<MemoryKeywords>(), read_memory};
 
-struct RouteCollapseIpcArgs {
-  uint32_t validation_errors;
-  const char* ipc_name;
+constexpr Keyword<RcIpcKeywords> kRcIpcKeywords[] = {
+    flag("-P", &RcIpcKeywords::validation_errors),
+    required_text("-W", &RcIpcKeywords::ipc_name),
 };
-constexpr Keyword<RouteCollapseIpcArgs> kRouteCollapseIpcKeywords[] = {
-    flag("-P", &RouteCollapseIpcArgs::validation_errors),
-    required_text("-W", &RouteCollapseIpcArgs::ipc_name),
-};
-constexpr Command<RouteCollapseIpcArgs> kRouteCollapseIpc{kRouteCollapseIpcKeywords,
-                                                          bind_table<RouteCollapseIpcArgs>(), nullptr};
+constexpr Command<RcIpcKeywords> kRcIpc{kRcIpcKeywords, bind_table<RcIpcKeywords>(), ostrel_kw_rc_ipc_view};
 
-struct TableInfoArgs {
-  uint32_t private_fields;
-  const char* vrf;
-  uint32_t vrf_given;
+constexpr Keyword<TableInfoKeywords> kTableInfoKeywords[] = {
+    flag("-P", &TableInfoKeywords::private_fields),
+    text("-v", &TableInfoKeywords::vrf, &TableInfoKeywords::vrf_given),
 };
-constexpr Keyword<TableInfoArgs> kTableInfoKeywords[] = {
-    flag("-P", &TableInfoArgs::private_fields),
-    text("-v", &TableInfoArgs::vrf, &TableInfoArgs::vrf_given),
-};
-constexpr Command<TableInfoArgs> kTableInfo{kTableInfoKeywords, bind_table(&TableInfoArgs::vrf), nullptr};
+constexpr Command<TableInfoKeywords> kTableInfo{kTableInfoKeywords, bind_table(&TableInfoKeywords::vrf),
+                                                ostrel_kw_table_info_view};
 
-struct LabelTableInfoArgs {
-  const char* vrf;
-  uint32_t vrf_given;
+constexpr Keyword<LabelTableInfoKeywords> kLabelTableInfoKeywords[] = {
+    text("-v", &LabelTableInfoKeywords::vrf, &LabelTableInfoKeywords::vrf_given),
 };
-constexpr Keyword<LabelTableInfoArgs> kLabelTableInfoKeywords[] = {
-    text("-v", &LabelTableInfoArgs::vrf, &LabelTableInfoArgs::vrf_given),
-};
-constexpr Command<LabelTableInfoArgs> kLabelTableInfo{kLabelTableInfoKeywords,
-                                                      bind_table(&LabelTableInfoArgs::vrf), nullptr};
+constexpr Command<LabelTableInfoKeywords> kLabelTableInfo{
+    kLabelTableInfoKeywords, bind_table(&LabelTableInfoKeywords::vrf), ostrel_kw_label_table_info_view};
 
-struct CheckpointArgs {
-  uint32_t standby, detail;
+constexpr Keyword<ChkptStatsKeywords> kChkptStatsKeywords[] = {
+    flag("-standby", &ChkptStatsKeywords::standby),
+    flag("-detail", &ChkptStatsKeywords::detail),
 };
-constexpr Keyword<CheckpointArgs> kCheckpointKeywords[] = {
-    flag("-standby", &CheckpointArgs::standby),
-    flag("-detail", &CheckpointArgs::detail),
-};
-constexpr Command<CheckpointArgs> kCheckpoint{kCheckpointKeywords, bind_root(&CheckpointArgs::standby),
-                                              nullptr};
+constexpr Command<ChkptStatsKeywords> kChkptStats{
+    kChkptStatsKeywords, bind_root(&ChkptStatsKeywords::standby), ostrel_kw_chkpt_stats_view};
 
-struct RpfIdArgs {
-  uint32_t standby, summary, address, address_given;
+constexpr Keyword<RpfidKeywords> kRpfidKeywords[] = {
+    flag("-standby", &RpfidKeywords::standby),
+    flag("-summary", &RpfidKeywords::summary),
+    number("-address", &RpfidKeywords::address, &RpfidKeywords::address_given),
 };
-constexpr Keyword<RpfIdArgs> kRpfIdKeywords[] = {
-    flag("-standby", &RpfIdArgs::standby),
-    flag("-summary", &RpfIdArgs::summary),
-    number("-address", &RpfIdArgs::address, &RpfIdArgs::address_given),
-};
-constexpr Command<RpfIdArgs> kRpfId{kRpfIdKeywords, bind_root(&RpfIdArgs::standby), nullptr};
+constexpr Command<RpfidKeywords> kRpfid{kRpfidKeywords, bind_root(&RpfidKeywords::standby),
+                                        ostrel_kw_rpfid_view};
 
-struct NsrEndArgs {
-  uint32_t standby, detail, client, client_given, first, first_given, last, last_given;
+using N = NsrEndKeywords;
+constexpr Keyword<N> kNsrEndKeywords[] = {
+    flag("-standby", &N::standby),
+    flag("-detail", &N::detail),
+    number("-client", &N::client, &N::client_given),
+    number("-first", &N::first, &N::first_given),
+    number("-last", &N::last, &N::last_given),
 };
-constexpr Keyword<NsrEndArgs> kNsrEndKeywords[] = {
-    flag("-standby", &NsrEndArgs::standby),
-    flag("-detail", &NsrEndArgs::detail),
-    number("-client", &NsrEndArgs::client, &NsrEndArgs::client_given),
-    number("-first", &NsrEndArgs::first, &NsrEndArgs::first_given),
-    number("-last", &NsrEndArgs::last, &NsrEndArgs::last_given),
-};
-constexpr Command<NsrEndArgs> kNsrEnd{kNsrEndKeywords, bind_root(&NsrEndArgs::standby), nullptr};
+constexpr Command<N> kNsrEnd{kNsrEndKeywords, bind_root(&N::standby), ostrel_kw_nsr_end_view};
 
 // ---- Running a command -----------------------------------------------------------------------------------
 
@@ -238,7 +209,7 @@ int run() {
   static Args args;
   if (!read_keywords(kCommand.keywords, &args)) return 1;
   bind(kCommand.bind, args);
-  if (kCommand.view != nullptr) kCommand.view(args);
+  kCommand.view(args);
   return 0;
 }
 
@@ -247,12 +218,20 @@ struct CommandRow {
   int (*run)();
 };
 
+// clang-format off
 constexpr CommandRow kCommands[] = {
-    {1, run<kClients>},        {2, run<kClientRoutes>},     {3, run<kNsf>},
-    {4, run<kMemory>},         {5, run<kRouteCollapseIpc>}, {6, run<kTableInfo>},
-    {7, run<kLabelTableInfo>}, {8, run<kCheckpoint>},       {9, run<kRpfId>},
+    {1, run<kClients>},
+    {2, run<kClientRoutes>},
+    {3, run<kNsf>},
+    {4, run<kMemory>},
+    {5, run<kRcIpc>},
+    {6, run<kTableInfo>},
+    {7, run<kLabelTableInfo>},
+    {8, run<kChkptStats>},
+    {9, run<kRpfid>},
     {10, run<kNsrEnd>},
 };
+// clang-format on
 
 }  // namespace
 
