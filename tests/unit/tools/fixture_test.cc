@@ -63,6 +63,27 @@ constexpr BadFixture kBadFixtures[] = {
      "bad.json: at /faults/0/batch: unknown member"},
     {R"({"faults": [{"op": "pool", "name": "p", "code": 0}]})",
      "bad.json: at /faults/0/code: a fault's code cannot be 0"},
+    {R"({"routes": [{"value": {"GroupRange": {"GroupPrefix": "232.1.1.1", "GroupPrefixLength": 32}}}]})",
+     "bad.json: at /routes/0/value/Source: missing"},
+    {R"({"routes": [{"value": {"Source": "10.0.0.1", "GroupRange": {"GroupPrefix": "232.1.1.1"}}}]})",
+     "bad.json: at /routes/0/value/GroupRange/GroupPrefixLength: missing"},
+    {R"({"routes": [{"value": {"Source": {"AFName": 1}, "GroupRange": {"GroupPrefix": "232.1.1.1",
+                                                                       "GroupPrefixLength": 32}}}]})",
+     "bad.json: at /routes/0/value/Source: expected an IPv4 address"},
+    {R"({"routes": [{"value": {"Source": "10.0.0.1", "GroupRange": {"GroupPrefix": "232.1.1.1",
+                                                                   "GroupPrefixLength": 33}}}]})",
+     "bad.json: at /routes/0/value/GroupRange/GroupPrefixLength: a prefix length above 32"},
+    {R"({"routes": [{"vfr": "red", "value": {}}]})", "bad.json: at /routes/0/vfr: unknown member"},
+    {R"({"routes": [{"in": ["routedb", "routedb-x"],
+                     "value": {"Source": "10.0.0.1", "GroupRange": {"GroupPrefix": "232.1.1.1",
+                                                                    "GroupPrefixLength": 32}}}]})",
+     "bad.json: at /routes/0/in/1: unknown route collection \"routedb-x\""},
+    {R"({"items": [{"path": "/oper/ipv4-mrib/gl/act/table/default/routedb-ole/0a000001,e8010101,32",
+                    "datatype": 8, "hex": ""}],
+        "routes": [{"value": {"Source": "10.0.0.1", "GroupRange": {"GroupPrefix": "232.1.1.1",
+                                                                   "GroupPrefixLength": 32}}}]})",
+     "bad.json: at /routes/0: /oper/ipv4-mrib/gl/act/table/default/routedb-ole/0a000001,e8010101,32 is also "
+     "written by bad.json at /items/0"},
 };
 
 class FixtureTest : public ::testing::Test {
