@@ -1,6 +1,7 @@
-// Runs the cases of one case file: for each case it builds the case's root from its fixtures with vellumctl
-// (once per distinct fixture list), runs ostrel with the case's arguments in a pinned environment, and
-// compares standard output, standard error and exit status byte for byte. The format is in README.md here.
+// Runs the cases of one case file: for each case it builds the case's root from its fixtures and inline
+// faults with vellumctl (once per distinct pair), runs ostrel with the case's arguments in a pinned
+// environment, and compares standard output, standard error and exit status byte for byte. The format is in
+// README.md here.
 //
 // usage: case_runner OSTREL VELLUMCTL FIXTURE_DIR WORK_DIR FILE.case
 #include <poll.h>
@@ -25,6 +26,8 @@ struct Case {
   std::string name;
   int line = 0;
   std::vector<std::string> fixtures;
+  std::string faults;  // the JSON array of a "faults:" line, as written
+  int faults_line = 0;
   std::vector<std::string> args;
   std::vector<std::string> env;
   std::string stdin_text;
@@ -141,12 +144,15 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
     std::string why;
     if (starts_with(line, "fixtures:")) {
       if (!split_words(line.substr(9), &c.fixtures, &why)) return fail(why);
+    } else if (starts_with(line, "faults:")) {
+      c.faults = trim(line.substr(7));
+      c.faults_line = number;
     } else if (starts_with(line, "args:")) {
       if (!split_words(line.substr(5), &c.args, &why)) return fail(why);
     } else if (starts_with(line, "env:")) {
       if (!split_words(line.substr(4), &c.env, &why)) return fail(why);
     } else {
-      return fail("expected fixtures:, args:, env: or a --- block");
+      return fail("expected fixtures:, faults:, args:, env: or a --- block");
     }
   }
   if (cases->empty()) return fail("no cases");
@@ -279,6 +285,14 @@ void print_diff(const std::string& what, const std::string& want, const std::str
   }
 }
 
+// The case's inline faults as a fixture of their own, named for the line that holds them so that the store
+// tool's messages point there.
+std::string write_faults_fixture(const std::string& work, const Case& c) {
+  std::string file = work + "/faults-line" + std::to_string(c.faults_line) + ".json";
+  std::ofstream(file) << "{\"faults\": " << c.faults << "}\n";
+  return file;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -293,14 +307,16 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "%s\n", err.c_str());
     return 2;
   }
-  std::map<std::vector<std::string>, std::string> roots;
+  std::map<std::pair<std::vector<std::string>, std::string>, std::string> roots;
   int failed = 0;
   for (const Case& c : cases) {
-    auto [it, fresh] = roots.try_emplace(c.fixtures, work + "/root" + std::to_string(roots.size()));
+    auto [it, fresh] =
+        roots.try_emplace({c.fixtures, c.faults}, work + "/root" + std::to_string(roots.size()));
     const std::string& root = it->second;
     if (fresh) {
       std::vector<std::string> build = {vellumctl, "build", root};
       for (const auto& f : c.fixtures) build.push_back(fixture_dir + "/" + f);
+      if (!c.faults.empty()) build.push_back(write_faults_fixture(work, c));
       Outcome b = run(build, {"PATH=/usr/bin:/bin"}, "");
       if (b.status != 0) {
         std::printf("FAIL %s (line %d): building the root failed:\n%s%s\n", c.name.c_str(), c.line,
