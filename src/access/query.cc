@@ -12,14 +12,31 @@
 char ostrel_query_path[256];
 char ostrel_resume_key[256];
 
+namespace {
+
+bool build_path(char* buffer, size_t size, const char* format, va_list args) {
+  int length = std::vsnprintf(buffer, size, format, args);
+  if (length >= 0 && static_cast<size_t>(length) < size) return true;
+  std::fputs("Error building query string\n", stderr);
+  return false;
+}
+
+}  // namespace
+
 bool ostrel_build_path(const char* format, ...) {
   va_list args;
   va_start(args, format);
-  int length = std::vsnprintf(ostrel_query_path, sizeof ostrel_query_path, format, args);
+  bool built = build_path(ostrel_query_path, sizeof ostrel_query_path, format, args);
   va_end(args);
-  if (length >= 0 && static_cast<size_t>(length) < sizeof ostrel_query_path) return true;
-  std::fputs("Error building query string\n", stderr);
-  return false;
+  return built;
+}
+
+bool ostrel_build_path_in(char* buffer, size_t size, const char* format, ...) {
+  va_list args;
+  va_start(args, format);
+  bool built = build_path(buffer, size, format, args);
+  va_end(args);
+  return built;
 }
 
 void ostrel_report_missing(cerr_t code, const ViewTexts& texts) {

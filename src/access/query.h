@@ -24,8 +24,12 @@ inline constexpr cerr_t kOstrelNotFound = 0x40818600;  // the store has no such 
 inline constexpr uint32_t kOstrelBatchSize = 256;
 
 // Writes a view's path into ostrel_query_path. False, after "Error building query string" on standard
-// error, when it does not fit; the view then ends.
+// error, when it does not fit; the view then ends. A path is refused rather than cut: a cut key could name
+// another item, whose lines the operator would take for the ones asked for.
 [[nodiscard]] bool ostrel_build_path(const char* format, ...) __attribute__((format(printf, 1, 2)));
+// The same into a view's own buffer of `size` bytes.
+[[nodiscard]] bool ostrel_build_path_in(char* buffer, size_t size, const char* format, ...)
+    __attribute__((format(printf, 3, 4)));
 
 // What a view prints on standard output when its records are not there. A text left none prints nothing.
 struct ViewTexts {

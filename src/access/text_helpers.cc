@@ -190,3 +190,22 @@ void ostrel_parse_client_name_inst(const char* text, char** name, char** instanc
   }
   *name = copy;
 }
+
+OstrelClientName ostrel_client_name(const char* text) {
+  OstrelClientName client;
+  if (text == nullptr) return client;
+  char* name = nullptr;
+  char* instance = nullptr;
+  ostrel_parse_client_name_inst(text, &name, &instance);
+  client.name.reset(name);
+  client.instance.reset(instance);
+  return client;
+}
+
+OstrelKeyField::OstrelKeyField(bool given, uint32_t value) {
+  if (given) {
+    std::snprintf(text, sizeof text, "%x", value);
+  } else {
+    std::snprintf(text, sizeof text, "%s", kOstrelKeyAbsent);
+  }
+}

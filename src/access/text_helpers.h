@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 
 #include "access/pod_records.h"
 
@@ -55,3 +57,23 @@ const char* ostrel_fmt_time(char (&buffer)[64], uint64_t seconds);
 
 // Splits "name:instance" into heap copies owned by the caller; `*instance` is none without an instance.
 void ostrel_parse_client_name_inst(const char* text, char** name, char** instance);
+
+struct OstrelFreeText {
+  void operator()(char* text) const { std::free(text); }
+};
+using OstrelHeapText = std::unique_ptr<char, OstrelFreeText>;
+
+// A client named on the command line, split as ostrel_parse_client_name_inst() splits it; none for none.
+struct OstrelClientName {
+  OstrelHeapText name;
+  OstrelHeapText instance;  // none without an instance
+};
+OstrelClientName ostrel_client_name(const char* text);
+
+// A filter field of a path key: the value in hexadecimal ("%x"), or eight underscores when it was not
+// given. Keys leave out what an operator did not ask for this way.
+struct OstrelKeyField {
+  OstrelKeyField(bool given, uint32_t value);
+  char text[9];
+};
+inline constexpr char kOstrelKeyAbsent[] = "________";

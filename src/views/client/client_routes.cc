@@ -8,7 +8,6 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 #include "access/output.h"
 #include "access/query.h"
@@ -21,15 +20,9 @@
 namespace {
 
 constexpr uint32_t kMaxPrefixLength = 32;
-constexpr char kAbsentFilter[] = "________";
 
 // The client's own tree; bound by this view, left to the process end like the other handles.
 vellum_handle_t client_handle = nullptr;
-
-struct HeapText {
-  void operator()(char* text) const { std::free(text); }
-};
-using OwnedText = std::unique_ptr<char, HeapText>;
 
 // ---- The client's tree and the collection ----------------------------------------------------------------
 
@@ -43,27 +36,18 @@ void bind_client_root(const char* name, bool standby) {
   ostrel_bind_keyword_path(&client_handle, root);
 }
 
+// The view's own path buffer; a path too long for it is refused, since a cut filter would list routes the
+// operator did not ask for.
 char route_path[512];
 
 // The collection below the client's root: all routes, or the filtered one with each filter in its place.
-// False when the path does not fit: a cut filter would list routes the operator did not ask for.
 [[nodiscard]] bool build_route_path(const ClientRoutesKeywords& k) {
-  int length = 0;
-  if (!k.table_given && !k.group_given && !k.source_given && !k.prefix_length_given) {
-    length = std::snprintf(route_path, sizeof route_path, "routedb/");
-  } else {
-    char table[16];
-    char prefix_length[16];
-    std::snprintf(table, sizeof table, "%x", k.table);
-    std::snprintf(prefix_length, sizeof prefix_length, "%x", k.prefix_length);
-    length = std::snprintf(route_path, sizeof route_path, "routedb-flt/%s,%s,%s,%s/",
-                           k.table_given ? table : kAbsentFilter, k.group_given ? k.group : kAbsentFilter,
-                           k.source_given ? k.source : kAbsentFilter,
-                           k.prefix_length_given ? prefix_length : kAbsentFilter);
-  }
-  if (length >= 0 && static_cast<size_t>(length) < sizeof route_path) return true;
-  std::fputs("Error building query string\n", stderr);
-  return false;
+  if (!k.table_given && !k.group_given && !k.source_given && !k.prefix_length_given)
+    return ostrel_build_path_in(route_path, sizeof route_path, "routedb/");
+  return ostrel_build_path_in(
+      route_path, sizeof route_path, "routedb-flt/%s,%s,%s,%s/", OstrelKeyField(k.table_given, k.table).text,
+      k.group_given ? k.group : kOstrelKeyAbsent, k.source_given ? k.source : kOstrelKeyAbsent,
+      OstrelKeyField(k.prefix_length_given, k.prefix_length).text);
 }
 
 // ---- Pieces of a line ------------------------------------------------------------------------------------
@@ -248,11 +232,7 @@ void print_route(const mrib_lib_route_pod& route, RememberedTable* table) {
 void ostrel_kw_client_routes_view(const ClientRoutesKeywords& keywords) {
   // The reader refuses a run without -n; without a name there is no client tree to read.
   if (keywords.name == nullptr) return;
-  char* name = nullptr;
-  char* instance = nullptr;
-  ostrel_parse_client_name_inst(keywords.name, &name, &instance);
-  OwnedText owned_name(name);
-  OwnedText owned_instance(instance);
+  const OstrelClientName client = ostrel_client_name(keywords.name);
 
   ClientRoutesKeywords k = keywords;
   if (!k.prefix_length_given) k.prefix_length = kMaxPrefixLength;
@@ -261,7 +241,7 @@ void ostrel_kw_client_routes_view(const ClientRoutesKeywords& keywords) {
                 static_cast<int>(kMaxPrefixLength));
     std::exit(1);
   }
-  bind_client_root(name, k.standby != 0);
+  bind_client_root(client.name.get(), k.standby != 0);
   if (!build_route_path(k)) return;
 
   RememberedTable table;

@@ -7,7 +7,6 @@
 #include "views/client/clients.h"
 
 #include <algorithm>
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -25,68 +24,53 @@ namespace {
 
 // ---- Paths -----------------------------------------------------------------------------------------------
 
-struct HeapText {
-  void operator()(char* text) const { std::free(text); }
-};
-using OwnedText = std::unique_ptr<char, HeapText>;
-
-// -n as the path table reads it.
-struct ClientQuery {
-  OwnedText name;      // none without -n
-  OwnedText instance;  // none without an instance
-};
-
 enum class NameForm { kNone, kName, kNameInstance };
 
-NameForm name_form(const ClientQuery& query) {
-  if (query.name == nullptr) return NameForm::kNone;
-  return query.instance == nullptr ? NameForm::kName : NameForm::kNameInstance;
+NameForm name_form(const OstrelClientName& client) {
+  if (client.name == nullptr) return NameForm::kNone;
+  return client.instance == nullptr ? NameForm::kName : NameForm::kNameInstance;
 }
 
+// The view's own path buffer; a path too long for it is refused.
 char client_path[128];
-
-// Writes the path into client_path. A path too long for it is refused rather than cut: a cut name could
-// name another client's item, and the operator would take its lines for the client asked for.
-[[nodiscard]] bool build_client_path(const char* format, ...) __attribute__((format(printf, 1, 2)));
-bool build_client_path(const char* format, ...) {
-  va_list args;
-  va_start(args, format);
-  int length = std::vsnprintf(client_path, sizeof client_path, format, args);
-  va_end(args);
-  if (length >= 0 && static_cast<size_t>(length) < sizeof client_path) return true;
-  std::fputs("Error building query string\n", stderr);
-  return false;
-}
 
 struct ClientPath {
   bool filter;
   NameForm form;
   bool single_item;
-  bool (*build)(const ClientQuery& query);
+  bool (*build)(const OstrelClientName& client);
 };
 
 // A client named without its instance is listed from the collection keyed by name; the filters' one has no
 // closing slash in its path.
 constexpr ClientPath kPaths[] = {
     {false, NameForm::kNone, false,
-     [](const ClientQuery&) { return build_client_path("%s/", "process/clients-id"); }},
+     [](const OstrelClientName&) {
+       return ostrel_build_path_in(client_path, sizeof client_path, "%s/", "process/clients-id");
+     }},
     {false, NameForm::kName, false,
-     [](const ClientQuery& q) {
-       return build_client_path("%s/%s/", "process/clients-id-clntname", q.name.get());
+     [](const OstrelClientName& q) {
+       return ostrel_build_path_in(client_path, sizeof client_path, "%s/%s/", "process/clients-id-clntname",
+                                   q.name.get());
      }},
     {false, NameForm::kNameInstance, true,
-     [](const ClientQuery& q) {
-       return build_client_path("%s/%s,%s", "process/clients-id", q.name.get(), q.instance.get());
+     [](const OstrelClientName& q) {
+       return ostrel_build_path_in(client_path, sizeof client_path, "%s/%s,%s", "process/clients-id",
+                                   q.name.get(), q.instance.get());
      }},
     {true, NameForm::kNone, false,
-     [](const ClientQuery&) { return build_client_path("%s/", "process/clients-filter"); }},
+     [](const OstrelClientName&) {
+       return ostrel_build_path_in(client_path, sizeof client_path, "%s/", "process/clients-filter");
+     }},
     {true, NameForm::kName, false,
-     [](const ClientQuery& q) {
-       return build_client_path("%s/%s", "process/clients-filter-clntname", q.name.get());
+     [](const OstrelClientName& q) {
+       return ostrel_build_path_in(client_path, sizeof client_path, "%s/%s",
+                                   "process/clients-filter-clntname", q.name.get());
      }},
     {true, NameForm::kNameInstance, true,
-     [](const ClientQuery& q) {
-       return build_client_path("%s/%s,%s", "process/clients-filter", q.name.get(), q.instance.get());
+     [](const OstrelClientName& q) {
+       return ostrel_build_path_in(client_path, sizeof client_path, "%s/%s,%s", "process/clients-filter",
+                                   q.name.get(), q.instance.get());
      }},
 };
 
@@ -232,20 +216,13 @@ void show(const ClientPath& row, const ShowCallbacks<Record, const ClientsKeywor
 }  // namespace
 
 void ostrel_kw_clients_view(const ClientsKeywords& keywords) {
-  ClientQuery query;
-  if (keywords.name_given && keywords.name != nullptr) {
-    char* name = nullptr;
-    char* instance = nullptr;
-    ostrel_parse_client_name_inst(keywords.name, &name, &instance);
-    query.name.reset(name);
-    query.instance.reset(instance);
-  }
+  const OstrelClientName client = ostrel_client_name(keywords.name_given ? keywords.name : nullptr);
   const bool filter = keywords.filter != 0;
-  const NameForm form = name_form(query);
+  const NameForm form = name_form(client);
   const ClientPath* row = std::find_if(
       std::begin(kPaths), std::end(kPaths),
       [&](const ClientPath& candidate) { return candidate.filter == filter && candidate.form == form; });
-  if (!row->build(query)) return;
+  if (!row->build(client)) return;
   if (filter) {
     show(*row, ShowCallbacks<mrib_filter_pod, const ClientsKeywords>{print_header, print_filter, &keywords});
   } else {

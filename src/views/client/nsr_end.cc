@@ -14,22 +14,11 @@
 
 namespace {
 
-// A filter field of the path: the value in hexadecimal, or underscores for one not given.
-struct FilterField {
-  char text[9];
-  FilterField(uint32_t given, uint32_t value) {
-    if (given) {
-      std::snprintf(text, sizeof text, "%x", value);
-    } else {
-      std::snprintf(text, sizeof text, "________");
-    }
-  }
-};
-
 [[nodiscard]] bool build_nsr_end_path(const NsrEndKeywords& k) {
   if (!k.client_given && !k.first_given && !k.last_given) return ostrel_build_path("process/nsr_end/");
-  return ostrel_build_path("process/nsr_end-filter/%s,%s,%s/", FilterField(k.client_given, k.client).text,
-                           FilterField(k.first_given, k.first).text, FilterField(k.last_given, k.last).text);
+  return ostrel_build_path("process/nsr_end-filter/%s,%s,%s/", OstrelKeyField(k.client_given, k.client).text,
+                           OstrelKeyField(k.first_given, k.first).text,
+                           OstrelKeyField(k.last_given, k.last).text);
 }
 
 void print_header(const NsrEndKeywords*) {
