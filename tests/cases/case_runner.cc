@@ -108,6 +108,9 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
     *err = path + ":" + std::to_string(number) + ": " + why;
     return false;
   };
+  // Texts that several cases of the file expect, such as a legend: "--- text NAME" before the first case
+  // defines one, and a block line "@NAME" stands for it.
+  std::map<std::string, std::string> texts;
   while (std::getline(in, line)) {
     ++number;
     if (starts_with(line, "=== ")) {
@@ -118,7 +121,16 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
       continue;
     }
     if (block == nullptr && (line.empty() || line[0] == '#')) continue;
-    if (cases->empty()) return fail("text before the first case");
+    if (cases->empty()) {
+      if (starts_with(line, "--- text ")) {
+        block = &texts[trim(line.substr(9))];
+        open = false;
+        continue;
+      }
+      if (block == nullptr) return fail("text before the first case");
+      if (!add_block_line(line, block, &open, err)) return fail(*err);
+      continue;
+    }
     Case& c = cases->back();
     if (starts_with(line, "--- ")) {
       std::string head = trim(line.substr(4));
@@ -138,6 +150,13 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
       continue;
     }
     if (block != nullptr) {
+      if (starts_with(line, "@")) {
+        auto text = texts.find(line.substr(1));
+        if (text == texts.end()) return fail("no text named '" + line.substr(1) + "'");
+        if (open) return fail("only the last line of a block may lack its closing $");
+        *block += text->second;
+        continue;
+      }
       if (!add_block_line(line, block, &open, err)) return fail(*err);
       continue;
     }
