@@ -7,8 +7,6 @@
 #include <cstring>
 #include <string>
 
-#include "platform/text.h"
-
 namespace {
 
 mrib_addrtype address(const char* dotted, uint32_t family = 0) {
@@ -61,13 +59,6 @@ TEST(AddressPrint, FamiliesZeroAndOneAreReadAsIpv4OthersAreNamed) {
   EXPECT_STREQ(ip_maddr_hex_string(&b.IPV4Address), "0a010203");
 }
 
-TEST(AddressPrintDeathTest, AnUnknownFamilyOrNoAddressBreaksTheAssertion) {
-  mrib_addrtype a = address("10.0.0.1", 2);
-  EXPECT_DEATH(mrib_pod_addr_print(&a), "addr_bytes != NULL");
-  EXPECT_DEATH(mrib_pod_addr_is_any(&a), "ipv4/multicast/mrib/src/mrib_pod_lib");
-  EXPECT_DEATH(ip_maddr_hex_string(nullptr), "addr");
-}
-
 TEST(RouteKey, HexAddressesAndTheLengthOrNothing) {
   mrib_addrtype source = address("10.0.0.1"), group = address("232.1.1.1", 1), odd = address("1.2.3.4", 9);
   char key[64];
@@ -91,24 +82,6 @@ TEST(CtidText, ByType) {
   EXPECT_STREQ(ostrel_ctid_text(&ctid), "");
 }
 
-// Without a bound interface-name server (none is bound in unit tests) handles are shown as numbers.
-TEST(InterfaceName, NullAndUnnamedHandles) {
-  EXPECT_STREQ(ostrel_ifh_name(0, 0), "Null");
-  EXPECT_STREQ(ostrel_ifh_name(0x1a0, 1), "0x1a0");
-}
-
-TEST(TimeTexts, NeverWholeSecondsAndNoNewline) {
-  EXPECT_STREQ(ostrel_fmt_uptime(0), "never");
-  std::string hour = sprint_dhms(3600), zero = sprint_dhms(0);
-  EXPECT_EQ(ostrel_fmt_uptime(3600000000u), hour);
-  EXPECT_EQ(ostrel_fmt_uptime(999999), zero);
-  char buffer[64];
-  EXPECT_STREQ(ostrel_fmt_time(buffer, UINT64_MAX), "never");
-  setenv("TZ", "UTC", 1);
-  tzset();
-  EXPECT_STREQ(ostrel_fmt_time(buffer, 0), "Thu Jan  1 00:00:00 1970");
-}
-
 TEST(ClientName, SplitAtTheColon) {
   struct Row {
     const char* text;
@@ -123,7 +96,6 @@ TEST(ClientName, SplitAtTheColon) {
     std::free(name);
     std::free(instance);
   }
-  EXPECT_DEATH(ostrel_parse_client_name_inst(nullptr, nullptr, nullptr), "str != NULL");
 }
 
 }  // namespace
