@@ -19,39 +19,12 @@ const pod_desc* find_test_desc(std::string_view name) {
   return name == "codec_all" ? codec_test::all_desc() : nullptr;
 }
 
-TEST(PodJson, WritesAndReadsEveryFieldKind) {
-  json zero_pairs = json::parse(R"([{"A": 0, "B": 0}, {"A": 0, "B": 0}, {"A": 0, "B": 0}])");
-  json want = json::parse(R"({
-    "Flag": true, "Small": 254, "Mid": 4660, "Count": 3735928559, "Delta": -5, "Big": 72623859790382856,
-    "Signed": -2, "Addr": "10.0.0.1", "Kind": 3, "Name": "hello", "Short": null, "Raw": "abcd0000",
-    "Label": "eth", "Values": [7, 8], "Names": ["x", null],
-    "Fixed": [{"A": 5, "B": 6}, {"A": 0, "B": 0}, {"A": 0, "B": 0}],
-    "Next": {"Flag": false, "Small": 0, "Mid": 0, "Count": 0, "Delta": 0, "Big": 0, "Signed": 0,
-             "Addr": "0.0.0.0", "Kind": 0, "Name": null, "Short": null, "Raw": "00000000", "Label": "",
-             "Values": [], "Names": [], "Next": null, "Where": "10.0.0.2", "Sel": 2, "Choice": {}},
-    "Where": {"AFName": 1}, "Sel": 1, "Choice": {"Pair": {"A": 9, "B": 10}}
-  })");
-  want["Next"]["Fixed"] = zero_pairs;
-  // The IPv6 bytes shown as text: one character per byte, trailing zeros dropped.
-  want["Where"]["IPV6Address"] = std::string("\x20\x01\x0d\xc2\xb8") + std::string(11, '\0') + "\x01";
-
+// The JSON form of the hand-written record, which the decoder's tests read back as that JSON, encodes to the
+// record's own bytes.
+TEST(PodJson, EncodesEveryFieldKindAsTheWireFormatHasIt) {
   std::string bytes, err;
-  ASSERT_TRUE(pod_encode_json(*codec_test::all_desc(), want, &bytes, &err)) << err;
-  json got;
-  ASSERT_TRUE(pod_json_from_record(bytes.data(), bytes.size(), find_test_desc, &got, &err)) << err;
-  EXPECT_EQ(got, want) << got.dump(1);
-
-  All a{};
-  ASSERT_EQ(pod_decode(bytes.data(), static_cast<uint32_t>(bytes.size()), &a, codec_test::all_desc()),
-            kCerrOk)
-      << pod_last_error();
-  EXPECT_EQ(a.where.bytes[3], 0xb8);
-  EXPECT_EQ(a.where.bytes[15], 0x01);
-  EXPECT_EQ(a.choice.discriminator, 1u);
-  EXPECT_EQ(a.choice.value.pair.b, 10u);
-  EXPECT_STREQ(a.names[0], "x");
-  EXPECT_EQ(std::memcmp(a.raw, "\xab\xcd\x00\x00", 4), 0);
-  EXPECT_EQ(pod_free_indirections(&a, codec_test::all_desc()), kCerrOk);
+  ASSERT_TRUE(pod_encode_json(*codec_test::all_desc(), codec_test::all_json(), &bytes, &err)) << err;
+  EXPECT_EQ(bytes, codec_test::all_record());
 }
 
 TEST(PodJson, AcceptsCNotationAndShortForms) {

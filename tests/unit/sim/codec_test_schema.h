@@ -1,5 +1,6 @@
 // A record type of the codec tests' own that holds every field kind, its descriptor, the plain structure
-// it decodes into, and a byte builder for writing records of the wire format by hand.
+// it decodes into, a byte builder for writing records of the wire format by hand, and one record of every
+// field kind written with it, also in its JSON form.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +8,8 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+
+#include <nlohmann/json.hpp>
 
 #include "access/pod_tables.h"
 #include "platform/pod.h"
@@ -120,5 +123,87 @@ class Bytes {
 };
 
 inline constexpr uint64_t kAbsent = ~uint64_t{0};
+
+// Offsets in the hand-written record of what the refusal cases alter.
+struct Marks {
+  size_t fingerprint, image, name, name_part, short_text, values, names_part, next_image, where;
+};
+
+inline constexpr char kV6[] = "\x20\x01\x0d\xb8\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x01";
+
+// A record with every field set; its Next points at a second record with zero values, absent texts and
+// empty arrays. Images are laid out by the structure's own offsets.
+inline std::string all_record(Marks* m = nullptr) {
+  Marks unused;
+  if (m == nullptr) m = &unused;
+  Bytes b;
+  b.header("codec_all", AllTables::kCompact.data());
+  m->fingerprint = b.size() - 8;
+  const size_t r = m->image = b.size();
+  b.zeros(sizeof(All));
+  b.put<uint32_t>(r + offsetof(All, flag), 1);
+  b.put<uint8_t>(r + offsetof(All, small), 0xfe);
+  b.put<uint16_t>(r + offsetof(All, mid), 0x1234);
+  b.put<uint32_t>(r + offsetof(All, count), 0xdeadbeef);
+  b.put<int32_t>(r + offsetof(All, delta), -5);
+  b.put<uint64_t>(r + offsetof(All, big), 0x0102030405060708);
+  b.put<int64_t>(r + offsetof(All, signed_value), -2);
+  b.put_raw(r + offsetof(All, addr), "\x0a\x00\x00\x01", 4);
+  b.put<uint32_t>(r + offsetof(All, kind), 3);
+  b.put_raw(r + offsetof(All, raw), "\xab\xcd", 2);
+  b.put_raw(r + offsetof(All, label), "eth", 3);
+  b.put<uint16_t>(r + offsetof(All, fixed), 5);
+  b.put<uint64_t>(r + offsetof(All, fixed) + offsetof(Pair, b), 6);
+  m->where = r + offsetof(All, where);
+  b.put<uint32_t>(m->where, 1);
+  b.put_raw(m->where + offsetof(Address, bytes), kV6, 16);
+  b.put<uint32_t>(r + offsetof(All, sel), 1);
+  b.put<uint32_t>(r + offsetof(All, choice), 1);
+  b.put<uint16_t>(r + offsetof(All, choice.value.pair.a), 9);
+  b.put<uint64_t>(r + offsetof(All, choice.value.pair.b), 10);
+  // The parts, in the order of their slots: Name, Values, Names and its elements' texts, Next.
+  m->name = r + offsetof(All, name);
+  m->name_part = b.size();
+  b.text_at(m->name, "hello");
+  m->short_text = r + offsetof(All, short_text);
+  b.put<uint64_t>(m->short_text, kAbsent);
+  m->values = r + offsetof(All, values_count);
+  b.put<uint64_t>(m->values, 2);
+  b.put<uint64_t>(m->values + 8, b.size());
+  b.u32(7).u32(8);
+  b.put<uint64_t>(r + offsetof(All, names_count), 2);
+  b.put<uint64_t>(r + offsetof(All, names), b.size());
+  m->names_part = b.size();
+  b.zeros(16).text_at(m->names_part, "x");
+  b.put<uint64_t>(m->names_part + 8, kAbsent);
+  b.put<uint64_t>(r + offsetof(All, next), b.size());
+  const size_t n = m->next_image = b.size();
+  b.zeros(sizeof(All));
+  for (size_t slot : {offsetof(All, name), offsetof(All, short_text), offsetof(All, values),
+                      offsetof(All, names), offsetof(All, next)})
+    b.put<uint64_t>(n + slot, kAbsent);
+  b.put_raw(n + offsetof(All, where) + offsetof(Address, bytes), "\x0a\x00\x00\x02", 4);
+  b.put<uint32_t>(n + offsetof(All, sel), 2);
+  b.put<uint32_t>(n + offsetof(All, choice), 2);
+  return b.str();
+}
+
+// The record of all_record() in its JSON form.
+inline nlohmann::json all_json() {
+  nlohmann::json value = nlohmann::json::parse(R"({
+    "Flag": true, "Small": 254, "Mid": 4660, "Count": 3735928559, "Delta": -5, "Big": 72623859790382856,
+    "Signed": -2, "Addr": "10.0.0.1", "Kind": 3, "Name": "hello", "Short": null, "Raw": "abcd0000",
+    "Label": "eth", "Values": [7, 8], "Names": ["x", null],
+    "Fixed": [{"A": 5, "B": 6}, {"A": 0, "B": 0}, {"A": 0, "B": 0}],
+    "Next": {"Flag": false, "Small": 0, "Mid": 0, "Count": 0, "Delta": 0, "Big": 0, "Signed": 0,
+             "Addr": "0.0.0.0", "Kind": 0, "Name": null, "Short": null, "Raw": "00000000", "Label": "",
+             "Values": [], "Names": [], "Fixed": [{"A": 0, "B": 0}, {"A": 0, "B": 0}, {"A": 0, "B": 0}],
+             "Next": null, "Where": "10.0.0.2", "Sel": 2, "Choice": {}},
+    "Where": {"AFName": 1}, "Sel": 1, "Choice": {"Pair": {"A": 9, "B": 10}}
+  })");
+  // The IPv6 bytes as text, one character per byte: 0xb8 is U+00B8, two bytes in UTF-8.
+  value["Where"]["IPV6Address"] = std::string("\x20\x01\x0d\xc2\xb8") + std::string(11, '\0') + "\x01";
+  return value;
+}
 
 }  // namespace ostrel::sim::codec_test
