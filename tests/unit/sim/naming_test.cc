@@ -1,11 +1,8 @@
-// Interface, node and forwarding-processor naming from a root's inventory, the control server, and the
-// router file check.
+// Interface, node and forwarding-processor naming from a root's inventory, and the control server.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <string>
 
-#include "platform/fs.h"
 #include "platform/interface.h"
 #include "platform/mrib_utl.h"
 #include "platform/naming.h"
@@ -102,13 +99,6 @@ TEST(InterfaceLookup, ByFullOrShortNameOrNumber) {
   EXPECT_STREQ(interface_name(0x108, 1), "Gi0/0/0/1");
   EXPECT_STREQ(interface_name(0x108, 0), "GigabitEthernet0/0/0/1");
   EXPECT_STREQ(interface_name(0x1a0, 1), "Un:0x1a0");
-}
-
-TEST(RouterFiles, LibraryPresenceFollowsTheFixture) {
-  for (bool present : {true, false}) {
-    ostrel::sim::TestRoot root(present ? R"({"library": true})" : R"({"library": false})");
-    EXPECT_EQ(fs_access("/pkg/lib/libvellum.so", R_OK), present ? 0 : -1);
-  }
 }
 
 }  // namespace
