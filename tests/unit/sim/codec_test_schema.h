@@ -85,7 +85,6 @@ inline uint64_t fnv1a(std::string_view text) {
 // Writes records of the wire format: a header, then images and parts appended or patched at known offsets.
 class Bytes {
  public:
-  Bytes& u8(uint8_t v) { return raw(&v, 1); }
   Bytes& u16(uint16_t v) { return raw(&v, 2); }
   Bytes& u32(uint32_t v) { return raw(&v, 4); }
   Bytes& u64(uint64_t v) { return raw(&v, 8); }
