@@ -39,29 +39,38 @@ bool ostrel_build_path_in(char* buffer, size_t size, const char* format, ...) {
   return built;
 }
 
+void ostrel_print_not_available(const char* text, cerr_t code) {
+  if (ostrel_debug) {
+    ostrel_outf("%s: %s\n", text, cerr_strerror(code));
+  } else {
+    ostrel_outf("%s\n", text);
+  }
+}
+
 void ostrel_report_missing(cerr_t code, const ViewTexts& texts) {
   if (code == texts.not_found_code) {
     if (texts.not_found != nullptr) ostrel_out(texts.not_found);
   } else if (texts.not_available != nullptr) {
-    if (ostrel_debug) {
-      ostrel_outf("%s: %s\n", texts.not_available, cerr_strerror(code));
-    } else {
-      ostrel_outf("%s\n", texts.not_available);
-    }
+    ostrel_print_not_available(texts.not_available, code);
   }
 }
 
 namespace ostrel::detail {
 namespace {
 
-void free_list(vellum_datalist_t list) {
-  if (cerr_t rc = vellum_datalist_free(list); rc != kCerrOk)
-    std::fprintf(stderr, "Freeing result data-list %s\n", cerr_strerror(rc));
+void free_list(vellum_datalist_t list, const char* message) {
+  if (cerr_t rc = vellum_datalist_free(list); rc != kCerrOk) std::fprintf(stderr, message, cerr_strerror(rc));
 }
 
-void release(void* record, const pod_desc* desc) {
+void release(void* record, const pod_desc* desc, const char* message) {
   if (cerr_t rc = pod_free_indirections(record, desc); rc != kCerrOk)
-    std::fprintf(stderr, "Error in pod_free_indirections %s\n", cerr_strerror(rc));
+    std::fprintf(stderr, message, cerr_strerror(rc));
+}
+
+// The last element of an item's path: what the store compares a resume key with.
+const char* last_element(const char* path) {
+  const char* slash = std::strrchr(path, '/');
+  return slash != nullptr ? slash + 1 : path;
 }
 
 void copy_key(const char* text) {
@@ -73,40 +82,46 @@ struct BatchResult {
   bool decoded_any = false;
   bool have_key = false;  // the view's key of the last record printed is in `key`
   char key[sizeof ostrel_resume_key];
+  char last_name[sizeof ostrel_resume_key];  // of the last item read
 };
 
 // Reads, checks, decodes, prints and releases each item of one batch.
 void walk_batch(const ListSteps& steps, vellum_datalist_t list, uint32_t count, BatchResult* out) {
+  const CycleMessages& messages = *steps.messages;
   BatchResult& result = *out;
-  result = {};
+  result.read_failed = result.decoded_any = result.have_key = false;
+  result.last_name[0] = '\0';
   const char* last_path = nullptr;
   for (uint32_t i = 0; i < count; ++i) {
     const char* path = nullptr;
     uint32_t data_type = 0, length = 0, flags = 0;
     const void* data = nullptr;
     if (cerr_t rc = vellum_datalist_next(list, &path, &data_type, &data, &length, &flags); rc != kCerrOk) {
-      std::fprintf(stderr, "Reading result data-list %s\n", cerr_strerror(rc));
-      free_list(list);
+      std::fprintf(stderr, messages.read, cerr_strerror(rc));
+      free_list(list, messages.free_after_read);
       result.read_failed = true;
       return;
     }
     last_path = path;
     if (data_type != kVellumDataTypePod) {
-      std::fprintf(stderr, "Unexpected datatype: %x\n", data_type);
+      std::fprintf(stderr, messages.data_type, data_type);
       continue;
     }
     if (cerr_t rc = pod_decode(data, length, steps.record, steps.desc); rc != kCerrOk) {
-      std::fprintf(stderr, "Error decoding pod %s\n", cerr_strerror(rc));
+      std::fprintf(stderr, messages.decode, cerr_strerror(rc));
       continue;
     }
     result.decoded_any = true;
     steps.print(steps.view, steps.record);
-    release(steps.record, steps.desc);
+    release(steps.record, steps.desc, messages.release);
     if (steps.resume_key != nullptr)
       result.have_key = steps.resume_key(steps.view, steps.record, result.key, sizeof result.key);
   }
   // The default key is the last item's path, which the list owns: take it before the list goes.
-  if (steps.resume_key == nullptr && last_path != nullptr) copy_key(last_path);
+  if (last_path == nullptr) return;
+  if (steps.resume_key == nullptr) copy_key(last_path);
+  if (steps.stalled != nullptr)
+    std::snprintf(result.last_name, sizeof result.last_name, "%s", last_element(last_path));
 }
 
 bool next_batch_wanted(BatchRule rule, uint32_t more, uint32_t count, const BatchResult& batch) {
@@ -136,10 +151,11 @@ ListOutcome run_list_cycle(const ListSteps& steps) {
     if (rc != kCerrOk) {
       ostrel_report_missing(rc, *steps.texts);
       outcome.failed = true;
+      outcome.code = rc;
       return outcome;
     }
     if (count == 0) {
-      free_list(list);
+      free_list(list, steps.messages->free);
       break;
     }
     if (!outcome.listed_any && steps.on_first_batch != nullptr) steps.on_first_batch(steps.view);
@@ -148,14 +164,18 @@ ListOutcome run_list_cycle(const ListSteps& steps) {
     if (batch.read_failed) return outcome;
     if (steps.rule != BatchRule::kFullBatch) {
       if (rc = vellum_datalist_get_more_flag(list, &more); rc != kCerrOk) {
-        std::fprintf(stderr, "Error in getting more flag %s\n", cerr_strerror(rc));
+        std::fprintf(stderr, steps.messages->more, cerr_strerror(rc));
         more = 0;
       }
     }
-    free_list(list);
+    free_list(list, steps.messages->free);
     if (!next_batch_wanted(steps.rule, more, count, batch)) break;
     if (steps.resume_key != nullptr) {
       if (!batch.have_key) break;
+      if (steps.stalled != nullptr && std::strcmp(last_element(batch.key), batch.last_name) < 0) {
+        std::fputs(steps.stalled, stderr);
+        break;
+      }
       copy_key(batch.key);
     }
   }
@@ -186,7 +206,7 @@ cerr_t run_item_cycle(const ItemSteps& steps) {
     return kCerrOk;
   }
   steps.print(steps.view, steps.record);
-  release(steps.record, steps.desc);
+  release(steps.record, steps.desc, kOstrelCycleMessages.release);
   return kCerrOk;
 }
 

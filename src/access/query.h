@@ -47,6 +47,23 @@ struct ViewTexts {
 // Prints what `texts` say of a listing or fetch that failed with `code`.
 void ostrel_report_missing(cerr_t code, const ViewTexts& texts);
 
+// Prints a view's "No MRIB ..." line for `code` on standard output: the text and a newline, or under -d the
+// text, ": " and the error text. For views whose failures do not fit a ViewTexts row.
+void ostrel_print_not_available(const char* text, cerr_t code);
+
+// What the list cycle writes on standard error when a step fails, each with the error text (the data-type
+// one with the type). Views with texts of their own give a row of their own.
+struct CycleMessages {
+  const char* read = "Reading result data-list %s\n";  // the walk ends
+  const char* free_after_read = "Freeing result data-list %s\n";
+  const char* data_type = "Unexpected datatype: %x\n";  // the item is skipped
+  const char* decode = "Error decoding pod %s\n";       // the item is skipped
+  const char* release = "Error in pod_free_indirections %s\n";
+  const char* more = "Error in getting more flag %s\n";  // the walk ends after the batch
+  const char* free = "Freeing result data-list %s\n";
+};
+inline constexpr CycleMessages kOstrelCycleMessages{};
+
 // When a further batch is asked for.
 enum class BatchRule : uint8_t {
   kMoreFlag,            // the store's more flag is set
@@ -60,6 +77,7 @@ template <typename Record, typename Context = void>
 struct ListCycle {
   vellum_handle_t handle = nullptr;
   ViewTexts texts = {};
+  const CycleMessages* messages = &kOstrelCycleMessages;
   BatchRule rule = BatchRule::kMoreFlag;
   Context* context = nullptr;
   // Called once, before the first item of the first batch that holds any.
@@ -70,11 +88,15 @@ struct ListCycle {
   // that fails to decode never decides where the walk goes on; a batch that leaves no key ends the walk.
   // None: the path of the last item read.
   bool (*resume_key)(const Record&, char* key, size_t size, Context*) = nullptr;
+  // When given, a view's key that would not take the walk past the last item read (the store resumes after
+  // the key, so the walk would read that batch again, for ever) ends it with this line on standard error.
+  const char* stalled = nullptr;
 };
 
 struct ListOutcome {
   bool listed_any = false;  // some batch held at least one item
   bool failed = false;      // the listing itself failed (not-found included)
+  cerr_t code = kCerrOk;    // ... with this code
 };
 
 // A view's part in the single-item cycle over ostrel_query_path.
@@ -109,6 +131,7 @@ inline Record decoded{};
 struct ListSteps {
   vellum_handle_t handle;
   const ViewTexts* texts;
+  const CycleMessages* messages;
   BatchRule rule;
   const pod_desc* desc;
   void* record;
@@ -117,6 +140,7 @@ struct ListSteps {
   void (*on_first_batch)(const void* view);
   void (*print)(const void* view, const void* record);
   bool (*resume_key)(const void* view, const void* record, char* key, size_t size);
+  const char* stalled;
 };
 ListOutcome run_list_cycle(const ListSteps& steps);
 
@@ -148,8 +172,18 @@ template <typename Record, typename Context>
 ListOutcome ostrel_list_cycle(const ListCycle<Record, Context>& cycle) {
   using Cycle = ListCycle<Record, Context>;
   using namespace ostrel::detail;
-  ListSteps steps{cycle.handle,   &cycle.texts, cycle.rule, OstrelPod<Record>::desc,    &decoded<Record>,
-                  sizeof(Record), &cycle,       nullptr,    print_thunk<Cycle, Record>, nullptr};
+  ListSteps steps{.handle = cycle.handle,
+                  .texts = &cycle.texts,
+                  .messages = cycle.messages,
+                  .rule = cycle.rule,
+                  .desc = OstrelPod<Record>::desc,
+                  .record = &decoded<Record>,
+                  .record_size = sizeof(Record),
+                  .view = &cycle,
+                  .on_first_batch = nullptr,
+                  .print = print_thunk<Cycle, Record>,
+                  .resume_key = nullptr,
+                  .stalled = cycle.stalled};
   if (cycle.on_first_batch != nullptr) {
     steps.on_first_batch = [](const void* view) {
       const Cycle& c = *static_cast<const Cycle*>(view);
@@ -171,16 +205,16 @@ template <typename Record, typename Context>
 cerr_t ostrel_item_cycle(const ItemCycle<Record, Context>& cycle) {
   using Cycle = ItemCycle<Record, Context>;
   using namespace ostrel::detail;
-  ItemSteps steps{cycle.handle,
-                  &cycle.texts,
-                  cycle.check_data_type,
-                  cycle.decode_error,
-                  OstrelPod<Record>::desc,
-                  &decoded<Record>,
-                  sizeof(Record),
-                  &cycle,
-                  nullptr,
-                  print_thunk<Cycle, Record>};
+  ItemSteps steps{.handle = cycle.handle,
+                  .texts = &cycle.texts,
+                  .check_data_type = cycle.check_data_type,
+                  .decode_error = cycle.decode_error,
+                  .desc = OstrelPod<Record>::desc,
+                  .record = &decoded<Record>,
+                  .record_size = sizeof(Record),
+                  .view = &cycle,
+                  .on_read = nullptr,
+                  .print = print_thunk<Cycle, Record>};
   if (cycle.on_read != nullptr) {
     steps.on_read = [](const void* view) {
       const Cycle& c = *static_cast<const Cycle*>(view);

@@ -123,4 +123,32 @@ TEST_F(QueryTest, TheItemCycleChecksTheDataTypeWhenTheViewAsks) {
   EXPECT_EQ(printed, 1);
 }
 
+// A view with texts of its own gets them; a key that would not move the walk past the last item read ends
+// it with the view's line instead of reading the same batch for ever; a failed listing gives its code.
+TEST_F(QueryTest, AViewsOwnTextsAndAKeyThatDoesNotMoveTheWalkOn) {
+  std::string odd = std::string(R"({"path": ")") + kDir + R"(sums/s0001a", "datatype": 8, "hex": "00"})";
+  ostrel::sim::TestRoot root(summaries(300, odd));
+  bind();
+  static constexpr CycleMessages kMessages{.data_type = "odd type %x\n"};
+  Walk walk;
+  ListCycle<mrib_db_summ_pod, Walk> cycle{
+      .handle = handle_,
+      .messages = &kMessages,
+      .context = &walk,
+      .print = [](const mrib_db_summ_pod& r, Walk* w) { w->seen.push_back(r.GRoutes); },
+      .resume_key = [](const mrib_db_summ_pod&, char* key, size_t size,
+                       Walk*) { return std::snprintf(key, size, "s0001") > 0; },
+      .stalled = "the listing cannot be resumed\n"};
+  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "sums/");
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(ostrel_list_cycle(cycle).failed);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "odd type 8\nthe listing cannot be resumed\n");
+  EXPECT_EQ(walk.seen.size(), 255u);
+
+  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "missing/");
+  ListOutcome outcome = ostrel_list_cycle(cycle);
+  EXPECT_TRUE(outcome.failed);
+  EXPECT_EQ(outcome.code, kOstrelNotFound);
+}
+
 }  // namespace
