@@ -2,6 +2,10 @@
 #include "front/dispatch.h"
 
 #include "access/session.h"
+#include "views/mvpn/iir.h"
+#include "views/mvpn/mdt_ifh.h"
+#include "views/mvpn/route_collapse.h"
+#include "views/mvpn/tlc.h"
 #include "views/route/route_mib.h"
 #include "views/route/route_ole.h"
 #include "views/route/route_show.h"
@@ -30,6 +34,10 @@ constexpr ViewRow kViews[] = {
      [](const ShowArgs& a) { mrib_route_ole_show(ostrel_view_handle, a.source, a.group, a.group_plen); }},
     {ostrel_cmd_mib, [](const ShowArgs&) { mrib_mib_show(ostrel_view_handle); }},
     {ostrel_cmd_route_summary_all, ostrel_route_summary_view},
+    {ostrel_cmd_tlc, ostrel_tlc_view},
+    {ostrel_cmd_route_collapse, ostrel_route_collapse_view},
+    {ostrel_cmd_iir_intf, ostrel_iir_intf_view},
+    {ostrel_cmd_mdt_ifh, ostrel_mdt_ifh_view},
 };
 
 }  // namespace

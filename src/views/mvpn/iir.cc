@@ -1,0 +1,3 @@
+#include "views/mvpn/iir.h"
+
+void ostrel_iir_intf_view(const ShowArgs&) {}

@@ -1,0 +1,3 @@
+#include "views/mvpn/mdt_ifh.h"
+
+void ostrel_mdt_ifh_view(const ShowArgs&) {}

@@ -1,0 +1,3 @@
+#include "views/mvpn/tlc.h"
+
+void ostrel_tlc_view(const ShowArgs&) {}
