@@ -58,13 +58,24 @@ void ostrel_report_missing(cerr_t code, const ViewTexts& texts) {
 namespace ostrel::detail {
 namespace {
 
-void free_list(vellum_datalist_t list, const char* message) {
-  if (cerr_t rc = vellum_datalist_free(list); rc != kCerrOk) std::fprintf(stderr, message, cerr_strerror(rc));
+template <typename Arg>
+void report(const CycleMessages& messages, const CycleMessage& message, Arg arg) {
+  if (message.named) {
+    std::fprintf(stderr, message.format, messages.name, arg);
+  } else {
+    std::fprintf(stderr, message.format, arg);
+  }
 }
 
-void release(void* record, const pod_desc* desc, const char* message) {
-  if (cerr_t rc = pod_free_indirections(record, desc); rc != kCerrOk)
-    std::fprintf(stderr, message, cerr_strerror(rc));
+void free_list(vellum_datalist_t list, const CycleMessages& messages, const CycleMessage& message) {
+  if (cerr_t rc = vellum_datalist_free(list); rc != kCerrOk) report(messages, message, cerr_strerror(rc));
+}
+
+// False when releasing failed (and was reported).
+bool release(void* record, const pod_desc* desc, const CycleMessages& messages) {
+  cerr_t rc = pod_free_indirections(record, desc);
+  if (rc != kCerrOk) report(messages, messages.release, cerr_strerror(rc));
+  return rc == kCerrOk;
 }
 
 // The last element of an item's path: what the store compares a resume key with.
@@ -79,6 +90,7 @@ void copy_key(const char* text) {
 
 struct BatchResult {
   bool read_failed = false;  // the walk ends: the list is already released
+  bool item_failed = false;  // an item could not be shown
   bool decoded_any = false;
   bool have_key = false;  // the view's key of the last record printed is in `key`
   char key[sizeof ostrel_resume_key];
@@ -89,7 +101,7 @@ struct BatchResult {
 void walk_batch(const ListSteps& steps, vellum_datalist_t list, uint32_t count, BatchResult* out) {
   const CycleMessages& messages = *steps.messages;
   BatchResult& result = *out;
-  result.read_failed = result.decoded_any = result.have_key = false;
+  result.read_failed = result.item_failed = result.decoded_any = result.have_key = false;
   result.last_name[0] = '\0';
   const char* last_path = nullptr;
   for (uint32_t i = 0; i < count; ++i) {
@@ -97,25 +109,26 @@ void walk_batch(const ListSteps& steps, vellum_datalist_t list, uint32_t count, 
     uint32_t data_type = 0, length = 0, flags = 0;
     const void* data = nullptr;
     if (cerr_t rc = vellum_datalist_next(list, &path, &data_type, &data, &length, &flags); rc != kCerrOk) {
-      std::fprintf(stderr, messages.read, cerr_strerror(rc));
-      free_list(list, messages.free_after_read);
+      report(messages, messages.read, cerr_strerror(rc));
+      free_list(list, messages, messages.free_after_read);
       result.read_failed = true;
       return;
     }
     last_path = path;
-    if (data_type != kVellumDataTypePod) {
-      std::fprintf(stderr, messages.data_type, data_type);
-      continue;
+    if (steps.check_data_type && data_type != kVellumDataTypePod) {
+      report(messages, messages.data_type, data_type);
+      result.item_failed = true;
+    } else if (cerr_t rc = pod_decode(data, length, steps.record, steps.desc); rc != kCerrOk) {
+      report(messages, messages.decode, cerr_strerror(rc));
+      result.item_failed = true;
+    } else {
+      result.decoded_any = true;
+      steps.print(steps.view, steps.record);
+      result.item_failed = !release(steps.record, steps.desc, messages);
+      if (steps.resume_key != nullptr)
+        result.have_key = steps.resume_key(steps.view, steps.record, result.key, sizeof result.key);
     }
-    if (cerr_t rc = pod_decode(data, length, steps.record, steps.desc); rc != kCerrOk) {
-      std::fprintf(stderr, messages.decode, cerr_strerror(rc));
-      continue;
-    }
-    result.decoded_any = true;
-    steps.print(steps.view, steps.record);
-    release(steps.record, steps.desc, messages.release);
-    if (steps.resume_key != nullptr)
-      result.have_key = steps.resume_key(steps.view, steps.record, result.key, sizeof result.key);
+    if (result.item_failed && steps.item_failure == ItemFailure::kEndWalk) break;
   }
   // The default key is the last item's path, which the list owns: take it before the list goes.
   if (last_path == nullptr) return;
@@ -132,6 +145,8 @@ bool next_batch_wanted(BatchRule rule, uint32_t more, uint32_t count, const Batc
       return more != 0 && batch.decoded_any;
     case BatchRule::kFullBatch:
       return count == kOstrelBatchSize;
+    case BatchRule::kOneBatch:
+      return false;
   }
   return false;
 }
@@ -155,21 +170,22 @@ ListOutcome run_list_cycle(const ListSteps& steps) {
       return outcome;
     }
     if (count == 0) {
-      free_list(list, steps.messages->free);
+      free_list(list, *steps.messages, steps.messages->free);
       break;
     }
     if (!outcome.listed_any && steps.on_first_batch != nullptr) steps.on_first_batch(steps.view);
     outcome.listed_any = true;
     walk_batch(steps, list, count, &batch);
     if (batch.read_failed) return outcome;
-    if (steps.rule != BatchRule::kFullBatch) {
+    bool ends_walk = batch.item_failed && steps.item_failure == ItemFailure::kEndWalk;
+    if (!ends_walk && (steps.rule == BatchRule::kMoreFlag || steps.rule == BatchRule::kMoreFlagAndDecoded)) {
       if (rc = vellum_datalist_get_more_flag(list, &more); rc != kCerrOk) {
-        std::fprintf(stderr, steps.messages->more, cerr_strerror(rc));
+        report(*steps.messages, steps.messages->more, cerr_strerror(rc));
         more = 0;
       }
     }
-    free_list(list, steps.messages->free);
-    if (!next_batch_wanted(steps.rule, more, count, batch)) break;
+    free_list(list, *steps.messages, steps.messages->free);
+    if (ends_walk || !next_batch_wanted(steps.rule, more, count, batch)) break;
     if (steps.resume_key != nullptr) {
       if (!batch.have_key) break;
       if (steps.stalled != nullptr && std::strcmp(last_element(batch.key), batch.last_name) < 0) {
@@ -206,7 +222,7 @@ cerr_t run_item_cycle(const ItemSteps& steps) {
     return kCerrOk;
   }
   steps.print(steps.view, steps.record);
-  release(steps.record, steps.desc, kOstrelCycleMessages.release);
+  (void)release(steps.record, steps.desc, kOstrelCycleMessages);
   return kCerrOk;
 }
 

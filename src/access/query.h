@@ -51,16 +51,24 @@ void ostrel_report_missing(cerr_t code, const ViewTexts& texts);
 // text, ": " and the error text. For views whose failures do not fit a ViewTexts row.
 void ostrel_print_not_available(const char* text, cerr_t code);
 
-// What the list cycle writes on standard error when a step fails, each with the error text (the data-type
-// one with the type). Views with texts of their own give a row of their own.
+// One step's message: a format with the error text's "%s" (the data-type one with "%x"), written on
+// standard error. A named message begins with the view's name, the format's first "%s".
+struct CycleMessage {
+  constexpr CycleMessage(const char* format, bool named = false) : format(format), named(named) {}
+  const char* format;
+  bool named;
+};
+
+// What the list cycle writes when a step fails. Views with texts of their own give a row of their own.
 struct CycleMessages {
-  const char* read = "Reading result data-list %s\n";  // the walk ends
-  const char* free_after_read = "Freeing result data-list %s\n";
-  const char* data_type = "Unexpected datatype: %x\n";  // the item is skipped
-  const char* decode = "Error decoding pod %s\n";       // the item is skipped
-  const char* release = "Error in pod_free_indirections %s\n";
-  const char* more = "Error in getting more flag %s\n";  // the walk ends after the batch
-  const char* free = "Freeing result data-list %s\n";
+  const char* name = nullptr;                           // the view's name, for the named messages
+  CycleMessage read = "Reading result data-list %s\n";  // the walk ends
+  CycleMessage free_after_read = "Freeing result data-list %s\n";
+  CycleMessage data_type = "Unexpected datatype: %x\n";
+  CycleMessage decode = "Error decoding pod %s\n";
+  CycleMessage release = "Error in pod_free_indirections %s\n";
+  CycleMessage more = "Error in getting more flag %s\n";  // the walk ends after the batch
+  CycleMessage free = "Freeing result data-list %s\n";
 };
 inline constexpr CycleMessages kOstrelCycleMessages{};
 
@@ -69,6 +77,14 @@ enum class BatchRule : uint8_t {
   kMoreFlag,            // the store's more flag is set
   kMoreFlagAndDecoded,  // ... and at least one record of the batch decoded
   kFullBatch,           // the batch held exactly kOstrelBatchSize items (no more flag is asked for)
+  kOneBatch,            // never: the first batch is all (no more flag is asked for)
+};
+
+// What an item that cannot be shown (of another data type, or one that does not decode or release) does
+// to the walk.
+enum class ItemFailure : uint8_t {
+  kSkip,     // it is reported and the walk goes on with the next item
+  kEndWalk,  // it is reported, the batch is released and the walk ends
 };
 
 // A view's part in the list cycle over ostrel_query_path, for records of type `Record`. Callbacks may be
@@ -79,6 +95,8 @@ struct ListCycle {
   ViewTexts texts = {};
   const CycleMessages* messages = &kOstrelCycleMessages;
   BatchRule rule = BatchRule::kMoreFlag;
+  bool check_data_type = true;
+  ItemFailure item_failure = ItemFailure::kSkip;
   Context* context = nullptr;
   // Called once, before the first item of the first batch that holds any.
   void (*on_first_batch)(Context*) = nullptr;
@@ -133,6 +151,8 @@ struct ListSteps {
   const ViewTexts* texts;
   const CycleMessages* messages;
   BatchRule rule;
+  bool check_data_type;
+  ItemFailure item_failure;
   const pod_desc* desc;
   void* record;
   size_t record_size;
@@ -176,6 +196,8 @@ ListOutcome ostrel_list_cycle(const ListCycle<Record, Context>& cycle) {
                   .texts = &cycle.texts,
                   .messages = cycle.messages,
                   .rule = cycle.rule,
+                  .check_data_type = cycle.check_data_type,
+                  .item_failure = cycle.item_failure,
                   .desc = OstrelPod<Record>::desc,
                   .record = &decoded<Record>,
                   .record_size = sizeof(Record),

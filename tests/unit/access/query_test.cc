@@ -149,6 +149,23 @@ TEST_F(QueryTest, AViewsOwnTextsAndAKeyThatDoesNotMoveTheWalkOn) {
   ListOutcome outcome = ostrel_list_cycle(cycle);
   EXPECT_TRUE(outcome.failed);
   EXPECT_EQ(outcome.code, kOstrelNotFound);
+
+  // A view whose walk ends at the first item it cannot show, named in its message; unchecked, the odd item
+  // goes to the decoder instead.
+  static constexpr CycleMessages kNamed{.name = "view", .data_type = {"%s: odd type %x\n", true}};
+  cycle.messages = &kNamed;
+  cycle.item_failure = ItemFailure::kEndWalk;
+  cycle.rule = BatchRule::kOneBatch;
+  std::snprintf(ostrel_query_path, sizeof ostrel_query_path, "sums/");
+  for (bool check : {true, false}) {
+    walk.seen.clear();
+    cycle.check_data_type = check;
+    testing::internal::CaptureStderr();
+    ostrel_list_cycle(cycle);
+    std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(err.rfind(check ? "view: odd type 8\n" : "Error decoding pod ", 0), 0u) << err;
+    EXPECT_EQ(walk.seen, (std::vector<uint32_t>{0, 1}));
+  }
 }
 
 }  // namespace
