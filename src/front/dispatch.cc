@@ -2,9 +2,14 @@
 #include "front/dispatch.h"
 
 #include "access/session.h"
+#include "views/amt/amt.h"
+#include "views/client/consistency.h"
+#include "views/mvpn/bvi.h"
+#include "views/mvpn/encap.h"
 #include "views/mvpn/iir.h"
 #include "views/mvpn/mdt_ifh.h"
 #include "views/mvpn/route_collapse.h"
+#include "views/mvpn/te.h"
 #include "views/mvpn/tlc.h"
 #include "views/route/route_mib.h"
 #include "views/route/route_ole.h"
@@ -38,6 +43,21 @@ constexpr ViewRow kViews[] = {
     {ostrel_cmd_route_collapse, ostrel_route_collapse_view},
     {ostrel_cmd_iir_intf, ostrel_iir_intf_view},
     {ostrel_cmd_mdt_ifh, ostrel_mdt_ifh_view},
+    {ostrel_cmd_bvi_route, ostrel_bvi_route_view},
+    {ostrel_cmd_bvi_ifname, ostrel_bvi_ifname_view},
+    {ostrel_cmd_bvi_table_mapping, ostrel_bvi_table_mapping_view},
+    {ostrel_cmd_bvi_route_summary, ostrel_bvi_route_summary_view},
+    {ostrel_cmd_reg_db, ostrel_reg_db_view},
+    {ostrel_cmd_te_db, ostrel_te_db_view},
+    {ostrel_cmd_te_backup, ostrel_te_backup_view},
+    {ostrel_cmd_encap_id, ostrel_encap_id_view},
+    {ostrel_cmd_gw_id, ostrel_gw_id_view},
+    {ostrel_cmd_encap_id_test, ostrel_encap_id_test_view},
+    {ostrel_cmd_evpn_bucket, ostrel_evpn_bucket_view},
+    {ostrel_cmd_lsm_db, ostrel_lsm_db_view},
+    {ostrel_cmd_amt_route, ostrel_amt_route_view},
+    {ostrel_cmd_amt_gateway, ostrel_amt_gateway_view},
+    {ostrel_cmd_consistency, ostrel_consistency_view},
 };
 
 }  // namespace

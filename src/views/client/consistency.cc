@@ -1,0 +1,3 @@
+#include "views/client/consistency.h"
+
+void ostrel_consistency_view(const ShowArgs&) {}
