@@ -16,7 +16,8 @@ struct LabelTableInfoKeywords {
   uint32_t vrf_given;
 };
 
-// Read the table's, or its label table's, information item below the view handle; one that is missing
-// prints "Table not found".
+// Print the table's, or its label table's, information item below the view handle (bound to the VRF's
+// table on the active root); -P of -cmd 6 adds the fallback line card and the counters. Any failure to
+// fetch or decode the item prints "Table not found".
 void ostrel_kw_table_info_view(const TableInfoKeywords& keywords);
 void ostrel_kw_label_table_info_view(const LabelTableInfoKeywords& keywords);
