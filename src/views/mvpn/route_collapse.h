@@ -1,4 +1,6 @@
-// The route_collapse view, -C (with -m and -y): the customer routes collapsed onto each MDT.
+// The route-collapse view, -C: per MDT, the customer routes collapsed onto it, its encapsulation
+// identifiers, its core routes and core egress line cards. -y and -m together name one MDT; otherwise the
+// whole database is listed.
 #pragma once
 
 #include "front/show_args.h"
