@@ -3,9 +3,7 @@
 #include "tools/vellumctl/generate.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -13,38 +11,25 @@
 #include <string>
 #include <vector>
 
+#include "../sim/test_root.h"
 #include "access/pod_descriptors.h"
 #include "access/pod_records.h"
 #include "access/text_helpers.h"
 #include "platform/pod.h"
 #include "platform/vellum.h"
-#include "sim/root_testing.h"
 
 namespace ostrel::tools {
 namespace {
 
+using ostrel::sim::TestRoot;
+
 constexpr char kTable[] = "/oper/ipv4-mrib/gl/act/table/default/";
 
-class Scratch {
- public:
-  Scratch() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "ostrel-gen-XXXXXX").string();
-    EXPECT_NE(mkdtemp(pattern.data()), nullptr);
-    dir_ = pattern;
-  }
-  ~Scratch() {
-    ostrel::sim::root_reset_for_testing(dir_ + "/gone");
-    std::error_code ignored;
-    std::filesystem::remove_all(dir_, ignored);
-  }
-  std::string path(const char* name) const { return dir_ + "/" + name; }
-
- private:
-  std::string dir_;
-};
-
-std::string file_bytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+// The store that `settings` generate in place of the root's.
+std::string generated_store(const TestRoot& root, const GenerateSettings& settings) {
+  std::string error;
+  EXPECT_TRUE(generate_root(root.dir(), settings, &error)) << error;
+  std::ifstream in(root.dir() + "/vellum.db", std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
@@ -91,27 +76,24 @@ std::vector<std::string> names_below(vellum_handle_t handle, const std::string& 
 }
 
 TEST(Generate, TheSameSettingsMakeTheSameStore) {
-  Scratch scratch;
+  TestRoot a("{}"), b("{}"), c("{}");
   GenerateSettings settings;
   settings.routes = 300;
-  std::string error;
-  ASSERT_TRUE(generate_root(scratch.path("a"), settings, &error)) << error;
-  ASSERT_TRUE(generate_root(scratch.path("b"), settings, &error)) << error;
-  EXPECT_EQ(file_bytes(scratch.path("a") + "/vellum.db"), file_bytes(scratch.path("b") + "/vellum.db"));
+  const std::string store = generated_store(a, settings);
+  EXPECT_EQ(generated_store(b, settings), store);
   settings.seed = 2;
-  ASSERT_TRUE(generate_root(scratch.path("c"), settings, &error)) << error;
-  EXPECT_NE(file_bytes(scratch.path("a") + "/vellum.db"), file_bytes(scratch.path("c") + "/vellum.db"));
+  EXPECT_NE(generated_store(c, settings), store);
 }
 
 TEST(Generate, EveryCollectionHoldsEachRouteAlike) {
-  Scratch scratch;
+  TestRoot root("{}");
   GenerateSettings settings;
   settings.routes = 600;  // more than two batches
   settings.amt_every = 7;
   settings.filtered = true;
   std::string error;
-  ASSERT_TRUE(generate_root(scratch.path("root"), settings, &error)) << error;
-  ostrel::sim::root_reset_for_testing(scratch.path("root"));
+  ASSERT_TRUE(generate_root(root.dir(), settings, &error)) << error;
+  ostrel::sim::root_reset_for_testing(root.dir());
   vellum_handle_t handle = nullptr;
   ASSERT_EQ(vellum_bind(&handle, kTable, 0), kCerrOk);
 
@@ -133,10 +115,9 @@ TEST(Generate, EveryCollectionHoldsEachRouteAlike) {
     Route rated(handle, "routeratedb/" + key);
     for (const Route* other : {&mib, &rated}) {
       ASSERT_TRUE(other->decoded) << key;
+      // Filled from another index or draw, a route differs in uptime or (AMT every 7th) interface count.
       EXPECT_EQ(other->pod.Uptime, r.Uptime) << key;
-      ASSERT_EQ(other->pod.Interfaces.count, r.Interfaces.count) << key;
-      for (uint64_t i = 0; i < r.Interfaces.count; ++i)
-        EXPECT_EQ(other->pod.Interfaces.data[i].Interface, r.Interfaces.data[i].Interface) << key;
+      EXPECT_EQ(other->pod.Interfaces.count, r.Interfaces.count) << key;
     }
     EXPECT_EQ(rated.pod.OutgoingRates.count, 1u) << key;
     EXPECT_EQ(mib.pod.OutgoingRates.count, 0u) << key;
