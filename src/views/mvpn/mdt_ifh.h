@@ -1,4 +1,5 @@
-// The mdt_ifh view, -x (with -h): the MDT interface handles and the routes that refer to them.
+// The MDT interface-handle view, -x: each MDT interface with its table, reference counts and uptime, and
+// under -D the routes that refer to it; -h names one interface by its handle.
 #pragma once
 
 #include "front/show_args.h"
