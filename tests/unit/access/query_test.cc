@@ -102,7 +102,7 @@ TEST_F(QueryTest, AViewsKeyComesFromTheLastRecordPrinted) {
 }
 
 // A view that checks the data type skips an item of another type before decoding it. (One that does not,
-// and a missing item, are in the route_ole and route_paths cases.)
+// and a missing item, are in the route_ole and route_show cases.)
 TEST_F(QueryTest, TheItemCycleChecksTheDataTypeWhenTheViewAsks) {
   std::string odd = std::string(R"({"path": ")") + kDir + R"(odd", "datatype": 8, "hex": "00"})";
   ostrel::sim::TestRoot root(summaries(1, odd));
