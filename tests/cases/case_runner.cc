@@ -151,10 +151,17 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
     }
     if (block != nullptr) {
       if (starts_with(line, "@")) {
-        auto text = texts.find(line.substr(1));
-        if (text == texts.end()) return fail("no text named '" + line.substr(1) + "'");
+        // "@NAME*N" stands for N copies, for the long runs of like lines that a full batch prints.
+        std::string name = line.substr(1);
+        int copies = 1;
+        if (size_t star = name.rfind('*'); star != std::string::npos) {
+          copies = std::atoi(name.c_str() + star + 1);
+          name.resize(star);
+        }
+        auto text = texts.find(name);
+        if (text == texts.end()) return fail("no text named '" + name + "'");
         if (open) return fail("only the last line of a block may lack its closing $");
-        *block += text->second;
+        for (int i = 0; i < copies; ++i) *block += text->second;
         continue;
       }
       if (!add_block_line(line, block, &open, err)) return fail(*err);
