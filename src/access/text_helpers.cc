@@ -209,3 +209,17 @@ OstrelKeyField::OstrelKeyField(bool given, uint32_t value) {
     std::snprintf(text, sizeof text, "%s", kOstrelKeyAbsent);
   }
 }
+
+bool ostrel_addr_is_any(const mrib_addrtype* addr) {
+  return mrib_pod_addr_bytes(addr) != nullptr && mrib_pod_addr_is_any(addr);
+}
+
+const char* ostrel_source_text(const mrib_addrtype* addr) {
+  return ostrel_addr_is_any(addr) ? "*" : ostrel_addr_text(addr);
+}
+
+const char* ostrel_payload_text(uint32_t bits) {
+  constexpr uint32_t kIpv4 = 0x20, kIpv6 = 0x40;
+  if ((bits & kIpv4) != 0) return (bits & kIpv6) != 0 ? "IPv4 IPv6" : "IPv4";
+  return (bits & kIpv6) != 0 ? "IPv6" : "";
+}

@@ -35,6 +35,16 @@ const char* ip_maddr_dotted_string(const void* addr);
 // mrib_pod_addr_print().
 const char* ostrel_addr_text(const mrib_addrtype* addr);
 
+// True for an address of family 0 or 1 that is the any-address; an address of any other family is never
+// read, and is not.
+bool ostrel_addr_is_any(const mrib_addrtype* addr);
+
+// A source as the views print it: "*" for the any-address, else its ostrel_addr_text().
+const char* ostrel_source_text(const mrib_addrtype* addr);
+
+// The payloads that bits 0x20 (IPv4) and 0x40 (IPv6) of `bits` name: "IPv4 IPv6", "IPv4", "IPv6" or "".
+const char* ostrel_payload_text(uint32_t bits);
+
 // A route's key in the store's own form, "%s,%s,%d": two addresses as ip_maddr_hex_string() writes them and a
 // prefix length. False, with nothing usable in `key`, when an address is of a family without such a text or
 // the key does not fit.

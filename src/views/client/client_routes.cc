@@ -110,12 +110,6 @@ struct RememberedTable {
   uint32_t id = 0;
 };
 
-// Addresses of a family this program does not know are named, never read; only an IPv4 or IPv6 record can
-// be the any-address.
-bool is_any(const mrib_addrtype& addr) {
-  return mrib_pod_addr_bytes(&addr) != nullptr && mrib_pod_addr_is_any(&addr);
-}
-
 void print_header(RememberedTable*) {
   ostrel_out("MRIB client route database\n");
   // The display reads the server's memory item without showing anything of it. This command binds no view
@@ -128,14 +122,14 @@ void print_route_line(const mrib_lib_route_pod& route) {
   if (route.RouteAttributes != 0 || route.RouteAttributesModified != 0)
     modified = format_piece(kWidePiece, ", attr/mdf (0x%lx,0x%lx)", route.RouteAttributes,
                             route.RouteAttributesModified);
-  ostrel_outf("\n(%s,%s/%d) mrib_attr 0x%lx%s", is_any(route.Source) ? "*" : ostrel_addr_text(&route.Source),
+  ostrel_outf("\n(%s,%s/%d) mrib_attr 0x%lx%s", ostrel_source_text(&route.Source),
               ostrel_addr_text(&route.Group), static_cast<int>(route.GroupLength), route.MRIBAttributes,
               modified.text);
 }
 
 void print_rpf_line(const mrib_lib_route_pod& route) {
   PieceLine line;
-  if (!is_any(route.RPFNeighbor))
+  if (!ostrel_addr_is_any(&route.RPFNeighbor))
     line.add(kWidePiece, "RPF neighbor: %s", ostrel_addr_text(&route.RPFNeighbor));
   if (route.RPFTableID != 0) line.add(kPiece, "RPF TID: 0x%x", route.RPFTableID);
   if (route.MDTCoreTreeIdentifier.TYPE != 0)

@@ -107,11 +107,6 @@ cerr_t ostrel_fetch_element(vellum_handle_t handle, OstrelElementPrinter print) 
   return rc;
 }
 
-const char* ostrel_source_text(const mrib_addrtype& source) {
-  if (mrib_pod_addr_bytes(&source) != nullptr && mrib_pod_addr_is_any(&source)) return "*";
-  return ostrel_addr_text(&source);
-}
-
 namespace ostrel::detail {
 
 void print_element(const char* name, const void* data, uint32_t length, const pod_desc* desc, void* record,

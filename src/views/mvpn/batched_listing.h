@@ -43,10 +43,6 @@ std::span<const T> ostrel_items(const pod_array<T>& array) {
   return {array.data, static_cast<size_t>(array.count)};
 }
 
-// A route's source as both views print it: "*" for the any-address, else its text. Only families 0 and 1
-// are tested for the any-address; the address library asserts on any other.
-const char* ostrel_source_text(const mrib_addrtype& source);
-
 namespace ostrel::detail {
 void print_element(const char* name, const void* data, uint32_t length, const pod_desc* desc, void* record,
                    void (*print)(const void* record));

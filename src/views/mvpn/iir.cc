@@ -100,7 +100,7 @@ void print_routes(const mrib_iir_intf_pod& intf) {
     // Two address texts come from one ring and the interface name from a buffer of its own, so all three
     // are alive together in the one call.
     ostrel_outf("  0x%x:(%s, %s/%d), %s (0x%x)%s%s\n", route.IIRRouteTableID,
-                ostrel_source_text(route.IIRSourceAddress), ostrel_addr_text(&route.IIRGroupAddress),
+                ostrel_source_text(&route.IIRSourceAddress), ostrel_addr_text(&route.IIRGroupAddress),
                 static_cast<int>(route.IIRGroupPrefixLength), ostrel_ifh_name(route.VirtualInterface, 1),
                 route.VirtualInterface, hash.text, entry.text);
   }

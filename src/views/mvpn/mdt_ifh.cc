@@ -22,10 +22,10 @@ constexpr char kElementName[] = "ostrel_mdt_ifh_element";
 void print_route_references(const mrib_mdt_ifh_pod& ifh) {
   ostrel_out("    MDT route forward-reference DB: \n");
   for (const mrib_mdt_routedb_pod& route : ostrel_items(ifh.MDTRouteDB)) {
-    ostrel_outf("    (%s,%s/%d) [tid:0x%x] recollapse: %s\n", ostrel_source_text(route.MDTRouteSourceAddress),
-                ostrel_addr_text(&route.MDTRouteGroupAddress),
-                static_cast<int>(route.MDTRouteGroupPrefixLength), route.MDTRouteTableID,
-                route.MDTRemoteReprograming ? "TRUE" : "FALSE");
+    ostrel_outf(
+        "    (%s,%s/%d) [tid:0x%x] recollapse: %s\n", ostrel_source_text(&route.MDTRouteSourceAddress),
+        ostrel_addr_text(&route.MDTRouteGroupAddress), static_cast<int>(route.MDTRouteGroupPrefixLength),
+        route.MDTRouteTableID, route.MDTRemoteReprograming ? "TRUE" : "FALSE");
   }
 }
 

@@ -35,16 +35,10 @@ constexpr char kStalled[] = "Cannot resume the MRIB route collapse listing after
 
 // ---- Record ----------------------------------------------------------------------------------------------
 
-// Only families 0 and 1 can be asked whether they are the any-address; any other prints as its family.
-const char* source_text(const mrib_addrtype& source) {
-  if (source.AFName <= 1 && mrib_pod_addr_is_any(&source)) return "*";
-  return ostrel_addr_text(&source);
-}
-
 void print_customer_routes(const pod_array<mrib_rc_routedb_pod>& routes) {
   ostrel_outf("  Customer route database count: %d\n", static_cast<int>(routes.count));
   for (const mrib_rc_routedb_pod& route : std::span(routes.data, routes.count))
-    ostrel_outf("    (%s,%s/%d) [tid 0x%x]\n", source_text(route.RCSourceAddress),
+    ostrel_outf("    (%s,%s/%d) [tid 0x%x]\n", ostrel_source_text(&route.RCSourceAddress),
                 ostrel_addr_text(&route.RCGroupAddress), route.RCGroupPrefixLength, route.RCTableID);
 }
 
@@ -58,7 +52,7 @@ void print_encap_oles(const pod_array<mrib_rc_eole_db_pod>& oles) {
 void print_core_routes(const pod_array<mrib_rc_routedb_pod>& routes) {
   ostrel_outf("  Core route database count: %d\n", static_cast<int>(routes.count));
   for (const mrib_rc_routedb_pod& route : std::span(routes.data, routes.count))
-    ostrel_outf("    (%s,%s/%d)\n", source_text(route.RCSourceAddress),
+    ostrel_outf("    (%s,%s/%d)\n", ostrel_source_text(&route.RCSourceAddress),
                 ostrel_addr_text(&route.RCGroupAddress), route.RCGroupPrefixLength);
 }
 
@@ -93,17 +87,11 @@ void print_single_mdt(const mrib_rc_mdt_pod& mdt, void*) {
 
 // ---- Listing ---------------------------------------------------------------------------------------------
 
-// The payloads that a core tree's type carries, as the first part of its key.
-const char* payload_key(int32_t type) {
-  constexpr int32_t kIpv4 = 0x20, kIpv6 = 0x40;
-  if ((type & kIpv4) != 0) return (type & kIpv6) != 0 ? "IPv4 IPv6" : "IPv4";
-  return (type & kIpv6) != 0 ? "IPv6" : "";
-}
-
-// "payloads,address", the address written as the store writes addresses in keys, and only for type 6.
+// "payloads,address": the payloads that the core tree's type carries, and the address written as the store
+// writes addresses in keys, only for type 6.
 bool mdt_resume_key(const mrib_rc_mdt_pod& mdt, char* key, size_t size, void*) {
   const mrib_ctid_pod& tree = mdt.RC_MDTAddress;
-  int length = std::snprintf(key, size, "%s,%s", payload_key(tree.TYPE),
+  int length = std::snprintf(key, size, "%s,%s", ostrel_payload_text(static_cast<uint32_t>(tree.TYPE)),
                              tree.TYPE == 6 ? ip_maddr_hex_string(&tree.ID) : "");
   return length >= 1 && static_cast<size_t>(length) < size;
 }

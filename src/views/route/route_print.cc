@@ -41,14 +41,6 @@ const char* node_text(uint32_t node_id, char (&buffer)[80]) {
   return buffer;
 }
 
-const char* payload_text(uint32_t payload) {
-  constexpr uint32_t kIpv4 = 0x20, kIpv6 = 0x40;
-  if ((payload & kIpv4) && (payload & kIpv6)) return "IPv4 IPv6";
-  if (payload & kIpv4) return "IPv4";
-  if (payload & kIpv6) return "IPv6";
-  return "";
-}
-
 // The 32-bit value of an address of family 0 or 1, in network byte order.
 uint32_t address_word(const mrib_addrtype& addr) {
   uint32_t word = 0;
@@ -136,7 +128,7 @@ void print_details(const mrib_route_pod& route, bool detail) {
   if (attributes.IsMDTEncapsulationOn || attributes.IsMDTDecapsulationOn) {
     ostrel_outf("  MVPN TID: 0x%x\n", route.CustomerTableID);
     ostrel_outf("  MVPN Remote TID: 0x%x\n", route.RemoteCustomerTableID);
-    ostrel_outf("  MVPN Payload: %s\n", payload_text(route.Payload));
+    ostrel_outf("  MVPN Payload: %s\n", ostrel_payload_text(route.Payload));
   }
   if (attributes.IsMDTInterfaceOn) ostrel_outf("  MDT IFH: 0x%x\n", route.MDTInterfaceHandle);
   if (attributes.IsMDT_BGPInterfaceOn) ostrel_outf("  BGP IFH: 0x%x\n", route.MDT_BGP_InterfaceHandle);
