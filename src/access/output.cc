@@ -1,5 +1,9 @@
 #include "access/output.h"
 
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 
 namespace ostrel::detail {
@@ -9,8 +13,23 @@ size_t out_used = 0;
 
 namespace {
 
+// Output that cannot be written ends the run there: the rest of a walk would be work for nobody. A reader
+// that went away (`ostrel -r | head`) wanted no more, and the run ends as the signal of a closed pipe ends
+// it, also when the caller left that signal ignored; any other failure means the operator did not get the
+// display, and is said once. The exit skips the teardown's flush, which would only fail again; a read-only
+// binding needs nothing else from it.
+[[noreturn]] void write_failed() {
+  if (errno == EPIPE) {
+    std::signal(SIGPIPE, SIG_DFL);
+    std::raise(SIGPIPE);
+    _exit(128 + SIGPIPE);  // if the signal is blocked
+  }
+  std::fprintf(stderr, "ostrel: cannot write the display: %s\n", std::strerror(errno));
+  _exit(1);
+}
+
 void hand_over() {
-  std::fwrite(out_buffer, 1, out_used, stdout);
+  if (out_used != 0 && std::fwrite(out_buffer, 1, out_used, stdout) != out_used) write_failed();
   out_used = 0;
 }
 
@@ -21,8 +40,8 @@ void out_spill(const char* text, size_t size) {
   if (size <= kOutSize) {
     std::memcpy(out_buffer, text, size);
     out_used = size;
-  } else {
-    std::fwrite(text, 1, size, stdout);
+  } else if (std::fwrite(text, 1, size, stdout) != size) {
+    write_failed();
   }
 }
 
@@ -44,8 +63,8 @@ void ostrel_outf(const char* format, ...) {
     hand_over();
     if (static_cast<size_t>(written) < kOutSize) {
       out_used = static_cast<size_t>(std::vsnprintf(out_buffer, kOutSize, format, again));
-    } else {
-      std::vfprintf(stdout, format, again);
+    } else if (std::vfprintf(stdout, format, again) < 0) {
+      write_failed();
     }
   }
   va_end(again);
@@ -53,5 +72,5 @@ void ostrel_outf(const char* format, ...) {
 
 void ostrel_out_flush() {
   ostrel::detail::hand_over();
-  std::fflush(stdout);
+  if (std::fflush(stdout) != 0) ostrel::detail::write_failed();
 }

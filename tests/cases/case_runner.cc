@@ -4,6 +4,7 @@
 // README.md here.
 //
 // usage: case_runner OSTREL VELLUMCTL FIXTURE_DIR WORK_DIR FILE.case
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -30,6 +31,7 @@ struct Case {
   int faults_line = 0;
   std::vector<std::string> args;
   std::vector<std::string> env;
+  std::string output_to;  // "/dev/full" or "closed-pipe" instead of a pipe the runner reads
   std::string stdin_text;
   std::string stdout_text;
   std::string stderr_text;
@@ -177,17 +179,22 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
       if (!split_words(line.substr(5), &c.args, &why)) return fail(why);
     } else if (starts_with(line, "env:")) {
       if (!split_words(line.substr(4), &c.env, &why)) return fail(why);
+    } else if (starts_with(line, "output-to:")) {
+      c.output_to = trim(line.substr(10));
+      if (c.output_to != "/dev/full" && c.output_to != "closed-pipe") return fail("output-to: /dev/full or closed-pipe");
     } else {
-      return fail("expected fixtures:, faults:, args:, env: or a --- block");
+      return fail("expected fixtures:, faults:, args:, env:, output-to: or a --- block");
     }
   }
   if (cases->empty()) return fail("no cases");
   return true;
 }
 
-// Runs argv with `env` as its whole environment, feeding `input` and collecting both output streams.
+// Runs argv with `env` as its whole environment, feeding `input` and collecting both output streams; with
+// `output_to`, standard output goes to /dev/full or to a pipe whose reader is gone, with SIGPIPE ignored as a
+// shell may leave it (the signal's default needs nothing of the program).
 Outcome run(const std::vector<std::string>& argv, const std::vector<std::string>& env,
-            const std::string& input) {
+            const std::string& input, const std::string& output_to = "") {
   Outcome o;
   int in_pipe[2], out_pipe[2], err_pipe[2];
   if (pipe(in_pipe) != 0 || pipe(out_pipe) != 0 || pipe(err_pipe) != 0) {
@@ -199,6 +206,16 @@ Outcome run(const std::vector<std::string>& argv, const std::vector<std::string>
     dup2(in_pipe[0], 0);
     dup2(out_pipe[1], 1);
     dup2(err_pipe[1], 2);
+    signal(SIGPIPE, output_to == "closed-pipe" ? SIG_IGN : SIG_DFL);
+    if (output_to == "/dev/full") {
+      int full = open("/dev/full", O_WRONLY);
+      dup2(full, 1);
+      close(full);
+    } else if (int gone[2]; output_to == "closed-pipe" && pipe(gone) == 0) {
+      close(gone[0]);
+      dup2(gone[1], 1);
+      close(gone[1]);
+    }
     for (int fd : {in_pipe[0], in_pipe[1], out_pipe[0], out_pipe[1], err_pipe[0], err_pipe[1]}) close(fd);
     std::vector<char*> a, e;
     for (const auto& s : argv) a.push_back(const_cast<char*>(s.c_str()));
@@ -355,7 +372,7 @@ int main(int argc, char** argv) {
     args.insert(args.end(), c.args.begin(), c.args.end());
     std::vector<std::string> env = {"OSTREL_ROOT=" + root, "TZ=UTC", "LC_ALL=C", "PATH=/usr/bin:/bin"};
     env.insert(env.end(), c.env.begin(), c.env.end());
-    Outcome o = run(args, env, c.stdin_text);
+    Outcome o = run(args, env, c.stdin_text, c.output_to);
     bool ok = o.failure.empty() && o.out == c.stdout_text && o.err == c.stderr_text && o.status == c.status;
     if (ok) continue;
     ++failed;
