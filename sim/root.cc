@@ -3,6 +3,7 @@
 #include "sim/root.h"
 
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -13,8 +14,8 @@
 #include "sim/root_testing.h"
 #include "sim/store/format.h"
 
-#ifndef OSTREL_DEMO_ROOT
-#error "the build names the demo root with OSTREL_DEMO_ROOT"
+#if !defined(OSTREL_DEMO_ROOT) || !defined(OSTREL_INSTALLED_DEMO_ROOT)
+#error "the build names the demo root with OSTREL_DEMO_ROOT and OSTREL_INSTALLED_DEMO_ROOT"
 #endif
 
 namespace ostrel::sim {
@@ -151,13 +152,28 @@ const std::string* find(const std::unordered_map<uint32_t, std::string>& names, 
   return found == names.end() ? nullptr : &found->second;
 }
 
+// An installed program finds the demo router where the installation put it, relative to its own binary so
+// that the installation can move (a package's staging directory, another prefix); a program run from the
+// build tree finds none there and reads the root that the build made.
+std::string demo_root() {
+  char exe[4096];
+  ssize_t size = readlink("/proc/self/exe", exe, sizeof exe);
+  if (size > 0 && static_cast<size_t>(size) < sizeof exe) {
+    std::string dir(exe, static_cast<size_t>(size));
+    dir.resize(dir.rfind('/') + 1);
+    std::string installed = dir + OSTREL_INSTALLED_DEMO_ROOT;
+    if (access((installed + "/" + kStoreFileName).c_str(), R_OK) == 0) return installed;
+  }
+  return OSTREL_DEMO_ROOT;
+}
+
 }  // namespace
 
 const std::string& root_dir() {
   RootState& root = state();
   if (!root.dir) {
     const char* env = std::getenv("OSTREL_ROOT");
-    root.dir = (env && *env) ? env : OSTREL_DEMO_ROOT;
+    root.dir = (env && *env) ? std::string(env) : demo_root();
   }
   return *root.dir;
 }
