@@ -11,6 +11,7 @@
 #include "access/assert.h"
 #include "access/session.h"
 #include "platform/interface.h"
+#include "platform/mrib_utl.h"
 #include "platform/text.h"
 
 namespace {
@@ -222,4 +223,20 @@ const char* ostrel_payload_text(uint32_t bits) {
   constexpr uint32_t kIpv4 = 0x20, kIpv6 = 0x40;
   if ((bits & kIpv4) != 0) return (bits & kIpv6) != 0 ? "IPv4 IPv6" : "IPv4";
   return (bits & kIpv6) != 0 ? "IPv6" : "";
+}
+
+int ostrel_entry_designation(const mrib_addrtype& source, const mrib_addrtype& group, uint32_t prefix_length,
+                             uint32_t nsf, char* buffer, int size) {
+  const uint8_t* source_bytes = mrib_pod_addr_bytes(&source);
+  const uint8_t* group_bytes = mrib_pod_addr_bytes(&group);
+  if (source_bytes != nullptr && group_bytes != nullptr) {
+    uint32_t key[3] = {0, 0, prefix_length};
+    std::memcpy(&key[0], group_bytes, sizeof key[0]);
+    std::memcpy(&key[1], source_bytes, sizeof key[1]);
+    return mrib_utl_print_entry(0, key, 0, buffer, size, nsf);
+  }
+  char length_text[16] = "";
+  if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
+  return std::snprintf(buffer, static_cast<size_t>(size), "(%s,%s%s)", ostrel_source_text(&source),
+                       ostrel_addr_text(&group), length_text);
 }

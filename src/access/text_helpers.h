@@ -42,6 +42,13 @@ bool ostrel_addr_is_any(const mrib_addrtype* addr);
 // A source as the views print it: "*" for the any-address, else its ostrel_addr_text().
 const char* ostrel_source_text(const mrib_addrtype* addr);
 
+// The designation of a route entry, "(S,G)" or "(S,G/len)", into `buffer` of `size` bytes, with the return
+// of mrib_utl_print_entry(): the length, negative when it did not fit or failed. The platform names IPv4 keys
+// only; an address of a family this program does not know is named by its family instead (as
+// ostrel_addr_text() does), so that one odd record does not end a listing.
+int ostrel_entry_designation(const mrib_addrtype& source, const mrib_addrtype& group, uint32_t prefix_length,
+                             uint32_t nsf, char* buffer, int size);
+
 // The payloads that bits 0x20 (IPv4) and 0x40 (IPv6) of `bits` name: "IPv4 IPv6", "IPv4", "IPv6" or "".
 const char* ostrel_payload_text(uint32_t bits);
 
