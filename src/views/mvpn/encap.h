@@ -1,5 +1,7 @@
-// Encapsulation IDs (-q), gateway IDs (-w), the encapsulation-ID test (-Z), EVPN buckets (-a) and the
-// MPLS/LSM database (-B).
+// The databases that map encapsulation and tunnel identifiers: encapsulation IDs (-q, the summary with -H),
+// gateway IDs (-w), the encapsulation-ID test trigger (-Z), EVPN buckets (-a) and the MPLS multicast route
+// (LSM) database (-B). All but the last read through the root handle; -B reads through the view handle,
+// bound to the oper root for it.
 #pragma once
 
 #include "front/show_args.h"

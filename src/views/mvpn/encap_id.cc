@@ -1,0 +1,208 @@
+// The encapsulation-ID database (-q): every ID for -q 0, the summary counters for -q 0 with -H, one ID
+// otherwise; and the encapsulation-ID test (-Z), whose fetch is the whole action.
+//
+// The single fetches take their item whatever its data type and say on standard output why it is not
+// there, the same with or without -d.
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "access/output.h"
+#include "access/query.h"
+#include "access/session.h"
+#include "access/switches.h"
+#include "access/text_helpers.h"
+#include "platform/naming.h"
+#include "platform/text.h"
+#include "views/mvpn/batched_listing.h"
+#include "views/mvpn/encap.h"
+
+namespace {
+
+constexpr ViewTexts kListTexts{.not_available = "No MRIB EncapID-DB"};
+constexpr ViewTexts kItemTexts{.not_found = "Entry not found\n"};
+
+constexpr uint32_t kUnusedClient = 0xFFFFFFFF;
+
+char yes_no(uint32_t flag) {
+  return flag != 0 ? 'Y' : 'N';
+}
+
+// ---- Outgoing entries ------------------------------------------------------------------------------------
+
+// The server writes an outgoing entry's key as 32-bit words in its own (host) byte order. A key shorter
+// than the words its type names reads the missing words as 0 rather than past its end.
+uint32_t key_word(const pod_array<uint8_t>& key, uint64_t index) {
+  uint32_t word = 0;
+  if ((index + 1) * sizeof word <= key.count) std::memcpy(&word, key.data + index * sizeof word, sizeof word);
+  return word;
+}
+
+const char* turnaround_text(uint32_t word) {
+  return word != 0 ? "TRUE" : "FALSE";
+}
+
+void print_gre(const pod_array<uint8_t>& key) {
+  char source[16];
+  char destination[16];
+  ostrel_outf("      GRE: (%s, %s)\n", inet_ntoa_r(key_word(key, 0), source, sizeof source),
+              inet_ntoa_r(key_word(key, 1), destination, sizeof destination));
+  ostrel_outf("      MDT: 0x%x", key_word(key, 2));
+}
+
+void print_lsm(const pod_array<uint8_t>& key) {
+  ostrel_outf("      LSM-ID: 0x%05x      MDT: 0x%x   Turnaround: %s", key_word(key, 0), key_word(key, 1),
+              turnaround_text(key_word(key, 2)));
+}
+
+void print_te(const pod_array<uint8_t>& key) {
+  ostrel_outf("      TE handle: 0x%x   Turnaround: %s", key_word(key, 0), turnaround_text(key_word(key, 1)));
+}
+
+struct OleTypeRow {
+  uint32_t type;  // the core tree ID type
+  void (*print)(const pod_array<uint8_t>& key);
+};
+
+constexpr OleTypeRow kOleTypes[] = {{6, print_gre}, {5, print_lsm}, {2, print_te}};
+
+// An entry of a type without a row shows its number and length only, and still ends its line.
+void print_oles(const pod_array<mrib_encapid_ole_pod>& oles) {
+  ostrel_out("Oles:\n");
+  int number = 0;
+  for (const mrib_encapid_ole_pod& ole : ostrel_items(oles)) {
+    ostrel_outf("  [%d] type: 0x%x, len: %d\n", ++number, ole.TYPE, static_cast<int>(ole.OleKey.count));
+    for (const OleTypeRow& row : kOleTypes)
+      if (row.type == ole.TYPE) row.print(ole.OleKey);
+    ostrel_out("\n");
+  }
+}
+
+// ---- Nodes, tables and history ---------------------------------------------------------------------------
+
+// Seven nodes to a line; the continuation lines up under the first node.
+void print_nodes(const pod_array<mrib_encapid_node_pod>& nodes) {
+  uint64_t index = 0;
+  for (const mrib_encapid_node_pod& node : ostrel_items(nodes)) {
+    if (index != 0 && index % 7 == 0) ostrel_out("\n        ");
+    ++index;
+    char name[79];
+    if (nodeid_to_str_external(node.NodeID, name, sizeof name) == kCerrOk) {
+      ostrel_outf(" %s[%u]", name, node.Refcount);
+    } else {
+      ostrel_outf(" Un0x%x[%u]", node.NodeID, node.Refcount);
+    }
+  }
+}
+
+void print_history(const mrib_encapid_pod& encap) {
+  ostrel_out("\nRedist History:\n");
+  for (const mrib_encapid_redist_pod& redist : encap.RedistInfo) {
+    if (redist.client_id == kUnusedClient) continue;
+    const char* when = sprint_dhms64(redist.client_redist_time);
+    ostrel_outf("client id %d redist time: %s redist flags 0x%x\n", static_cast<int>(redist.client_id),
+                when != nullptr ? when : "??:??:??", static_cast<uint32_t>(redist.redist_flags));
+  }
+}
+
+// ---- Record ----------------------------------------------------------------------------------------------
+
+void print_identity(const mrib_encapid_pod& encap) {
+  ostrel_out("\nEncap ID Key    : ");
+  for (uint8_t byte : ostrel_items(encap.EncapIDKey)) ostrel_outf("%02X", byte);
+  ostrel_out("\n");
+  ostrel_outf("Encap ID Length : %d\n", static_cast<int>(encap.EncapIDKey.count));
+  ostrel_outf("Encap ID Value  : %d\n", static_cast<int>(encap.EncapID));
+  if (encap.Annotation != nullptr && encap.Annotation[0] != '\0') ostrel_outf("%s\n", encap.Annotation);
+}
+
+void print_states(const mrib_encapid_pod& encap) {
+  if (ostrel_private)
+    ostrel_outf("Encap node : 0x%lx, Dep route List : 0x%lx Dep label List: 0x%lx\n", encap.EncapsulationNode,
+                encap.DependencyRouteList, encap.DependencyLabelList);
+  ostrel_outf("Flags (Vrflite(v4/v6),Stale,v6): %c/%c, %c, %c\n", yes_no(encap.VrfLite),
+              yes_no(encap.V6VrfLite), yes_no(encap.Stale), yes_no(encap.IPV6Usage));
+  if (ostrel_private)
+    ostrel_outf("In PD Retry: %c\nIs Label Encap: %c\nIs WTX failed: %c\n", yes_no(encap.InPDRetryList),
+                yes_no(encap.IsLabelEncap), yes_no(encap.IsWTXCommunicationFailed));
+  if (encap.ExpirationValid != 0) {
+    const char* left = sprint_dhms64(encap.ExpirationTime);
+    char expires[20];
+    std::snprintf(expires, sizeof expires, "%s", left != nullptr ? left : "");
+    ostrel_outf("Expires: %s\n", expires);
+  }
+}
+
+void mrib_encapid_print(const mrib_encapid_pod& encap, void*) {
+  print_identity(encap);
+  print_states(encap);
+  print_oles(encap.EncapIdOle);
+  ostrel_out("Primary:");
+  print_nodes(encap.NodeIDList);
+  ostrel_out("\nBackup:");
+  print_nodes(encap.BackupNodeIDList);
+  ostrel_out("\nTableId:");
+  for (const mrib_encapid_tblid_pod& table : ostrel_items(encap.EncapTIdList))
+    ostrel_outf(" 0x%x[%u]\n", table.ETableID, table.Refcount);
+  print_history(encap);
+  ostrel_out("\n");
+}
+
+void print_summary(const mrib_encapid_summary& summary, void*) {
+  ostrel_outf(
+      " #No. Of Encap IDs       : %d\n"
+      " #Vrflite EIDs           : %d\n"
+      " #V6 Vrflite EIDs        : %d\n"
+      " #EIDs used by V6        : %d\n"
+      " #Stale EIDs             : %d\n"
+      " #EIDs in PD retry list  : %d\n"
+      " #Chkpt pulse sent       : %d\n"
+      " #Chkpt pulse received   : %d\n",
+      static_cast<int>(summary.eid_count), static_cast<int>(summary.vrflite_count),
+      static_cast<int>(summary.v6vrflite_count), static_cast<int>(summary.v6usage_count),
+      static_cast<int>(summary.stale_count), static_cast<int>(summary.pd_retry_count),
+      static_cast<int>(summary.sby_chkpt_pulse_sent), static_cast<int>(summary.sby_chkpt_pulse_received));
+}
+
+// ---- Fetches ---------------------------------------------------------------------------------------------
+
+// The one record at ostrel_query_path; a failure other than not-found means there is no database.
+template <typename Record>
+void show_one(vellum_handle_t handle, void (*print)(const Record&, void*)) {
+  cerr_t rc = ostrel_item_cycle(
+      ItemCycle<Record>{.handle = handle, .texts = kItemTexts, .check_data_type = false, .print = print});
+  if (rc != kCerrOk && rc != kOstrelNotFound) ostrel_out("No Encap ID database\n");
+}
+
+void ostrel_encapid_db(vellum_handle_t handle, const ShowArgs& args) {
+  if (args.encap_id != 0) {
+    if (!ostrel_build_path("process/%s/%d", "encapid-db", static_cast<int>(args.encap_id))) return;
+    show_one<mrib_encapid_pod>(handle, mrib_encapid_print);
+  } else if (args.amt_flag_h) {
+    if (!ostrel_build_path("process/encapid-db_summary")) return;
+    show_one<mrib_encapid_summary>(handle, print_summary);
+  } else {
+    if (!ostrel_build_path("process/%s", "encapid-db")) return;
+    (void)ostrel_list_cycle(
+        ListCycle<mrib_encapid_pod>{.handle = handle, .texts = kListTexts, .print = mrib_encapid_print});
+  }
+}
+
+// Asking for the item is what sets the server's test going; what comes back means nothing to the operator.
+void ostrel_encapid_test(vellum_handle_t handle, const ShowArgs& args) {
+  if (!ostrel_build_path("process/encapid-test/%d", static_cast<int>(args.encap_test_id))) return;
+  uint32_t data_type = kVellumDataTypePod, length = 0;
+  void* data = nullptr;
+  (void)vellum_item_get(handle, ostrel_query_path, &data_type, &data, &length, 0);
+  std::free(data);
+}
+
+}  // namespace
+
+void ostrel_encap_id_view(const ShowArgs& args) {
+  ostrel_encapid_db(ostrel_root_handle, args);
+}
+
+void ostrel_encap_id_test_view(const ShowArgs& args) {
+  ostrel_encapid_test(ostrel_root_handle, args);
+}
