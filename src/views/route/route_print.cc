@@ -41,13 +41,6 @@ const char* node_text(uint32_t node_id, char (&buffer)[80]) {
   return buffer;
 }
 
-// The 32-bit value of an address of family 0 or 1, in network byte order.
-uint32_t address_word(const mrib_addrtype& addr) {
-  uint32_t word = 0;
-  std::memcpy(&word, mrib_pod_addr_bytes(&addr), sizeof word);
-  return word;
-}
-
 bool known_family(const mrib_addrtype& addr) {
   return mrib_pod_addr_bytes(&addr) != nullptr;
 }
@@ -58,30 +51,13 @@ bool known_family(const mrib_addrtype& addr) {
 // whole when a piece does not fit there.
 constexpr size_t kHeaderBuffer = 512;
 
-// The entry designation into `buffer` of `size` bytes: its length, or a negative value or one not below
-// `size` when it does not fit. The platform names only IPv4 keys; an address of a family this program does
-// not know is named by its family instead, so that one odd record does not end the listing.
-int write_designation(const mrib_route_pod& route, bool nsf, char* buffer, int size) {
-  const mrib_addrtype& source = route.Source;
-  const mrib_addrtype& group = route.GroupRange.GroupPrefix;
-  uint32_t prefix_length = route.GroupRange.GroupPrefixLength;
-  if (known_family(source) && known_family(group)) {
-    const uint32_t key[3] = {address_word(group), address_word(source), prefix_length};
-    return mrib_utl_print_entry(0, key, 0, buffer, size, nsf);
-  }
-  const char* source_text =
-      known_family(source) && address_word(source) == 0 ? "*" : ostrel_addr_text(&source);
-  char length_text[16] = "";
-  if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
-  return std::snprintf(buffer, static_cast<size_t>(size), "(%s,%s%s)", source_text, ostrel_addr_text(&group),
-                       length_text);
-}
-
 // Builds and prints the header line; false when it did not fit, and then nothing was printed.
 bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
   OstrelLine line(1 + kHeaderBuffer - 1);
   line.add('\n');
-  line.advance(write_designation(route, nsf, line.end(), static_cast<int>(line.room())));
+  line.advance(ostrel_entry_designation(route.Source, route.GroupRange.GroupPrefix,
+                                        route.GroupRange.GroupPrefixLength, nsf, line.end(),
+                                        static_cast<int>(line.room())));
   const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
   if (detail) line.addf(" Ver: 0x%x", route.RouteVersion);
   if (route.RPFTableID != 0) {
