@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -326,19 +325,15 @@ bool number_option(const char* text, uint64_t max, uint64_t* out) {
 }  // namespace
 
 bool generate_root(const std::string& root, const GenerateSettings& s, std::string* error) {
-  if (!build_root(root, {{"generated base", base_fixture(s)}}, error)) return false;
-  mrib_db_summ_pod summary{};
-  bool written = false;
-  {
-    StoreWriter w;
-    written = w.open(root + "/vellum.db", error) && write_routes(w, s, &summary, error) &&
-              write_summary(w, s, summary, error) && w.commit(error);
-  }
-  if (!written) {
-    std::error_code ignored;
-    std::filesystem::remove_all(root, ignored);
-  }
-  return written;
+  // The routes go into the base root before it is put in place: an interrupted run leaves the old root.
+  return build_root(root, {{"generated base", base_fixture(s)}}, error,
+                    [&](const std::string& dir, std::string* finish_error) {
+                      mrib_db_summ_pod summary{};
+                      StoreWriter w;
+                      return w.open(dir + "/vellum.db", finish_error) &&
+                             write_routes(w, s, &summary, finish_error) &&
+                             write_summary(w, s, summary, finish_error) && w.commit(finish_error);
+                    });
 }
 
 bool parse_generate_options(int argc, char** argv, GenerateSettings* s, std::string* error) {

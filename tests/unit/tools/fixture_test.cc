@@ -4,6 +4,7 @@
 #include <stdlib.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,9 @@ constexpr BadFixture kBadFixtures[] = {
      "bad.json: at /items/0/datatype: expected a non-negative number"},
     {R"({"items": [{"path": "/a", "type": "no_such_pod", "value": {}}]})",
      "bad.json: at /items/0/type: unknown record type \"no_such_pod\""},
+    {R"({"dirs": ["/a/"], "items": [{"path": "/a", "datatype": 7, "hex": ""},
+                                    {"path": "/b", "datatype": 7, "hex": "", "hex": "00"}]})",
+     "bad.json: at /items/1/hex: duplicate member"},
     {R"({"items": [{"path": "/a", "type": "mrib_route_pod", "value": {"Interfaces": [{}, {"Interface": "x"}]}}]})",
      "bad.json: at /items/0/value/Interfaces/1/Interface: ", true},
     {R"({"items": [{"path": "/a", "type": "mrib_db_summ_pod", "value": {"GRoute": 1}}]})",
@@ -120,8 +124,8 @@ TEST_F(FixtureTest, BadFixtureNamesTheFileAndTheJsonPath) {
     }
   }
   std::string error;
-  EXPECT_FALSE(build_root(root(), {{"broken.json", "{\"items\": [}"}}, &error));
-  EXPECT_EQ(error.rfind("broken.json: not valid JSON: ", 0), 0u) << error;
+  EXPECT_FALSE(build_root(root(), {{"broken.json", "{\"items\":\n  [}"}}, &error));
+  EXPECT_EQ(error.rfind("broken.json:2:4: not valid JSON: ", 0), 0u) << error;
   EXPECT_TRUE(scratch_entries().empty());
 }
 
@@ -136,6 +140,26 @@ TEST_F(FixtureTest, FailedBuildLeavesThePreviousRootWhole) {
   root_reset_for_testing(root());
   EXPECT_TRUE(fs::exists(root() + "/vellum.db"));
   EXPECT_TRUE(fs::exists(root_path("/pkg/lib/libvellum.so")));
+}
+
+// A build aimed at a directory that is not a root leaves it alone; one that fails late leaves neither its
+// own directory nor the parents it made.
+TEST_F(FixtureTest, BuildReplacesOnlyARootAndLeavesNothingOfAFailure) {
+  fs::create_directories(scratch_ + "/home");
+  std::ofstream(scratch_ + "/home/notes") << "mine";
+  std::string error;
+  EXPECT_FALSE(build_root(scratch_ + "/home", {{"one.json", "{}"}}, &error));
+  EXPECT_EQ(error, scratch_ + "/home: exists and is not a router root (no vellum.db); not replaced");
+  EXPECT_TRUE(fs::exists(scratch_ + "/home/notes"));
+
+  auto no_room = [](const std::string& dir, std::string* finish_error) {
+    EXPECT_TRUE(fs::exists(dir + "/vellum.db"));
+    *finish_error = "no room";
+    return false;
+  };
+  EXPECT_FALSE(build_root(scratch_ + "/a/b/root", {{"one.json", "{}"}}, &error, no_room));
+  EXPECT_EQ(error, scratch_ + "/a/b/root: no room");
+  EXPECT_EQ(scratch_entries(), std::vector<std::string>{"home"});
 }
 
 TEST_F(FixtureTest, LaterFixturesAddToAndReplaceEarlierOnes) {
