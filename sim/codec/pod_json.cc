@@ -5,6 +5,7 @@
 #include <arpa/inet.h>
 
 #include <cerrno>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -82,6 +83,12 @@ std::string latin1_to_utf8(const unsigned char* p, size_t n) {
   return out;
 }
 
+std::string ipv4_text(const unsigned char* at) {
+  char text[INET_ADDRSTRLEN];
+  inet_ntop(AF_INET, at, text, sizeof(text));
+  return text;
+}
+
 // Raw bytes shown as text travel as characters U+0000 to U+00FF, one per byte, so that any bytes survive.
 bool utf8_to_latin1(const std::string& text, std::string* out) {
   out->clear();
@@ -106,10 +113,20 @@ int hex_digit(char c) {
   return -1;
 }
 
-std::string ipv4_text(const unsigned char* at) {
-  char text[INET_ADDRSTRLEN];
-  inet_ntop(AF_INET, at, text, sizeof(text));
-  return text;
+// The record type that a record's header names, as a view into the record; none when the header cannot be
+// read. pod_record_type() gives the same as a copy.
+std::optional<std::string_view> record_type_name(const void* data, size_t length) {
+  if (data == nullptr) return std::nullopt;
+  Reader r(static_cast<const unsigned char*>(data), length);
+  char magic[sizeof(kMagic)];
+  uint16_t version = 0;
+  uint16_t name_length = 0;
+  if (!r.read(magic, sizeof(magic)) || std::memcmp(magic, kMagic, sizeof(magic)) != 0 || !r.read(&version) ||
+      version != kFormatVersion || !r.read(&name_length))
+    return std::nullopt;
+  const unsigned char* name = r.take(name_length);
+  if (name == nullptr) return std::nullopt;
+  return std::string_view(reinterpret_cast<const char*>(name), name_length);
 }
 
 // The case that a union's own discriminator 0 holds an IPv4 address: written as bare dotted-quad text.
@@ -342,6 +359,8 @@ class FromJson {
   FieldError error_;
 };
 
+// The value form of a decoded structure, every field present. Texts are kept as the bytes they are, which a
+// value can hold whether or not they are UTF-8.
 class ToJson {
  public:
   explicit ToJson(const CompiledType& type) : t_(type) {}
@@ -441,6 +460,340 @@ class ToJson {
   const CompiledType& t_;
 };
 
+bool all_zero(const unsigned char* at, size_t size) {
+  if (size <= 8) {
+    unsigned char bits = 0;
+    for (size_t i = 0; i < size; ++i) bits |= at[i];
+    return bits == 0;
+  }
+  // Every byte equals the one after it and the first is zero: one pass of the C library's compare.
+  return at[0] == 0 && std::memcmp(at, at + 1, size - 1) == 0;
+}
+
+// The length of the UTF-8 sequence that starts `text`, or 0 when it is not one (overlong forms, surrogates
+// and code points above U+10FFFF included), as a JSON reader checks it.
+size_t utf8_sequence(const unsigned char* text, size_t available) {
+  unsigned char c = text[0];
+  if (c < 0x80) return 1;
+  size_t length = c >= 0xc2 && c < 0xe0 ? 2 : c >= 0xe0 && c < 0xf0 ? 3 : c >= 0xf0 && c < 0xf5 ? 4 : 0;
+  if (length == 0 || length > available) return 0;
+  for (size_t i = 1; i < length; ++i)
+    if ((text[i] & 0xc0) != 0x80) return 0;
+  if ((c == 0xe0 && text[1] < 0xa0) || (c == 0xed && text[1] >= 0xa0) || (c == 0xf0 && text[1] < 0x90) ||
+      (c == 0xf4 && text[1] >= 0x90))
+    return 0;
+  return length;
+}
+
+void append_escaped(unsigned char c, std::string* out) {
+  static const char kDigits[] = "0123456789abcdef";
+  switch (c) {
+    case '"':
+      *out += "\\\"";
+      return;
+    case '\\':
+      *out += "\\\\";
+      return;
+    case '\n':
+      *out += "\\n";
+      return;
+    case '\r':
+      *out += "\\r";
+      return;
+    case '\t':
+      *out += "\\t";
+      return;
+    default:
+      break;
+  }
+  if (c >= 0x20) {
+    out->push_back(static_cast<char>(c));
+    return;
+  }
+  const char escape[] = {'\\', 'u', '0', '0', kDigits[c >> 4], kDigits[c & 15]};
+  out->append(escape, sizeof escape);
+}
+
+bool needs_escape(unsigned char c) {
+  return c < 0x20 || c == '"' || c == '\\';
+}
+
+// A UTF-8 text as a JSON string; false when it is not UTF-8.
+bool append_string(std::string_view text, std::string* out) {
+  const auto* p = reinterpret_cast<const unsigned char*>(text.data());
+  size_t n = text.size();
+  out->push_back('"');
+  size_t plain = 0;  // the start of the run of bytes copied as they are
+  for (size_t i = 0; i < n;) {
+    if (p[i] >= 0x80) {
+      size_t length = utf8_sequence(p + i, n - i);
+      if (length == 0) return false;
+      i += length;
+    } else if (needs_escape(p[i])) {
+      out->append(text.data() + plain, i - plain);
+      append_escaped(p[i], out);
+      plain = ++i;
+    } else {
+      ++i;
+    }
+  }
+  out->append(text.data() + plain, n - plain);
+  out->push_back('"');
+  return true;
+}
+
+// Bytes shown as text, one character U+0000 to U+00FF per byte.
+void append_latin1(const unsigned char* p, size_t n, std::string* out) {
+  out->push_back('"');
+  for (size_t i = 0; i < n; ++i) {
+    if (p[i] < 0x80) {
+      append_escaped(p[i], out);
+    } else {
+      out->push_back(static_cast<char>(0xc0 | (p[i] >> 6)));
+      out->push_back(static_cast<char>(0x80 | (p[i] & 0x3f)));
+    }
+  }
+  out->push_back('"');
+}
+
+template <typename T>
+void append_number(T value, std::string* out) {
+  char digits[24];
+  auto [end, ec] = std::to_chars(digits, digits + sizeof digits, value);
+  out->append(digits, static_cast<size_t>(end - digits));
+}
+
+void append_ipv4(const unsigned char* at, std::string* out) {
+  out->push_back('"');
+  for (int i = 0; i < 4; ++i) {
+    if (i) out->push_back('.');
+    append_number(unsigned{at[i]}, out);
+  }
+  out->push_back('"');
+}
+
+// Writes a decoded structure as JSON text in the forms ToJson gives, leaving out the fields that are not set,
+// straight into a buffer that the caller reuses: a dump of a million records builds no value tree per record.
+// Every writer reports through `*zero` whether what it wrote stands for the value an omitted field gets
+// (zero, false, null, empty); the enclosing object then takes it back.
+class ToText {
+ public:
+  ToText(const CompiledType& type, std::string* out) : t_(type), out_(*out) {}
+
+  bool run(int32_t index, const unsigned char* base, bool* zero) {
+    const Program& p = t_.program(index);
+    if (p.single_value()) return value(p.steps[0], base + p.steps[0].offset, zero);
+    out_.push_back('{');
+    bool empty = true;
+    for (size_t i = 0; i < p.steps.size(); ++i) {
+      const Step& s = p.steps[i];
+      const unsigned char* at = base + s.offset;
+      // A field of zero bytes throughout is what an omitted field decodes to, whatever its kind.
+      if (all_zero(at, s.size)) continue;
+      size_t mark = out_.size();
+      if (!empty) out_.push_back(',');
+      append_key(s, i);
+      bool field_zero = false;
+      if (!value(s, at, &field_zero)) {
+        error_.path.push_back(field_key(s, i));
+        return false;
+      }
+      if (field_zero) {
+        out_.resize(mark);
+      } else {
+        empty = false;
+      }
+    }
+    out_.push_back('}');
+    *zero = empty;
+    return true;
+  }
+
+  std::string error() const { return error_.text(); }
+
+ private:
+  template <typename T>
+  static T load(const unsigned char* at) {
+    T v;
+    std::memcpy(&v, at, sizeof(T));
+    return v;
+  }
+
+  void append_key(const Step& s, size_t index) {
+    if (s.name.empty()) {
+      out_ += "\"_";
+      append_number(index, &out_);
+      out_ += "\":";
+      return;
+    }
+    out_.push_back('"');
+    out_ += s.name;
+    out_ += "\":";
+  }
+
+  template <typename T>
+  void number(T value, bool* zero) {
+    append_number(value, &out_);
+    *zero = value == 0;
+  }
+
+  bool value(const Step& s, const unsigned char* at, bool* zero) {
+    if (s.selector >= 0) return union_value(*t_.union_of(s), at, true, zero);
+    *zero = false;
+    switch (s.kind) {
+      case Kind::kBool: {
+        bool on = load<uint32_t>(at) != 0;
+        out_ += on ? "true" : "false";
+        *zero = !on;
+        return true;
+      }
+      case Kind::kU8:
+        number(unsigned{at[0]}, zero);
+        return true;
+      case Kind::kU16:
+        number(load<uint16_t>(at), zero);
+        return true;
+      case Kind::kU32:
+      case Kind::kEnum:
+        number(load<uint32_t>(at), zero);
+        return true;
+      case Kind::kI32:
+        number(load<int32_t>(at), zero);
+        return true;
+      case Kind::kU64:
+        number(load<uint64_t>(at), zero);
+        return true;
+      case Kind::kI64:
+        number(load<int64_t>(at), zero);
+        return true;
+      case Kind::kIpv4:
+        append_ipv4(at, &out_);
+        *zero = all_zero(at, 4);
+        return true;
+      case Kind::kText: {
+        const char* text = load<const char*>(at);
+        if (text == nullptr) {
+          out_ += "null";
+          *zero = true;
+          return true;
+        }
+        if (append_string(text, &out_)) return true;
+        return error_.fail("text is not UTF-8");
+      }
+      case Kind::kBytes:
+        bytes(s, at, zero);
+        return true;
+      case Kind::kArray: {
+        uint64_t count = load<uint64_t>(at);
+        *zero = count == 0;
+        bool elements_zero = false;
+        return elements(s, load<const unsigned char*>(at + 8), count, &elements_zero);
+      }
+      case Kind::kFixedArray:
+        return elements(s, at, s.count, zero);
+      case Kind::kPointer: {
+        const auto* target = load<const unsigned char*>(at);
+        if (target == nullptr) {
+          out_ += "null";
+          *zero = true;
+          return true;
+        }
+        bool target_zero = false;
+        return run(s.sub, target, &target_zero);
+      }
+      case Kind::kStruct:
+        return run(s.sub, at, zero);
+      case Kind::kUnion:
+        return union_value(t_.union_at(s.sub), at, false, zero);
+      case Kind::kEmpty:
+        break;
+    }
+    out_ += "null";
+    *zero = true;
+    return true;
+  }
+
+  void bytes(const Step& s, const unsigned char* at, bool* zero) {
+    if (s.hint == 's') {
+      size_t length = s.count;
+      while (length > 0 && at[length - 1] == 0) --length;
+      append_latin1(at, length, &out_);
+      *zero = length == 0;
+      return;
+    }
+    static const char kDigits[] = "0123456789abcdef";
+    out_.push_back('"');
+    for (uint32_t i = 0; i < s.count; ++i) {
+      out_.push_back(kDigits[at[i] >> 4]);
+      out_.push_back(kDigits[at[i] & 0xf]);
+    }
+    out_.push_back('"');
+    *zero = all_zero(at, s.count);
+  }
+
+  bool elements(const Step& s, const unsigned char* first, uint64_t count, bool* zero) {
+    out_.push_back('[');
+    *zero = true;
+    for (uint64_t i = 0; i < count; ++i) {
+      if (i) out_.push_back(',');
+      bool element_zero = false;
+      if (!run(s.sub, first + i * s.elem_size, &element_zero)) {
+        error_.path.push_back(element_key(i));
+        return false;
+      }
+      *zero = *zero && element_zero;
+    }
+    out_.push_back(']');
+    return true;
+  }
+
+  // A union chosen by an earlier field (`outer`) is written as an object of its case alone; one that carries
+  // its discriminator names it beside the case unless it is 0, and family 0 of an address is bare
+  // dotted-quad text.
+  bool union_value(const UnionProgram& u, const unsigned char* at, bool outer, bool* zero) {
+    uint32_t discriminator = load<uint32_t>(at);
+    const UnionCase* c = u.find(discriminator);
+    if (!outer && discriminator == 0 && is_ipv4_case(t_, c)) {
+      append_ipv4(at + u.value_offset, &out_);
+      *zero = all_zero(at + u.value_offset, 4);
+      return true;
+    }
+    out_.push_back('{');
+    bool empty = true;
+    if (!outer && discriminator != 0) {
+      out_.push_back('"');
+      out_ += u.selector.empty() ? "discriminator" : u.selector;
+      out_ += "\":";
+      append_number(discriminator, &out_);
+      empty = false;
+    }
+    if (c != nullptr && c->program >= 0) {
+      size_t mark = out_.size();
+      if (!empty) out_.push_back(',');
+      out_.push_back('"');
+      out_ += c->name;
+      out_ += "\":";
+      bool case_zero = false;
+      if (!run(c->program, at + u.value_offset, &case_zero)) {
+        error_.path.push_back(c->name);
+        return false;
+      }
+      if (case_zero) {
+        out_.resize(mark);
+      } else {
+        empty = false;
+      }
+    }
+    out_.push_back('}');
+    *zero = empty;
+    return true;
+  }
+
+  const CompiledType& t_;
+  std::string& out_;
+  FieldError error_;
+};
+
 // A decoded structure owned for the length of one conversion, released and freed on every path.
 class Scratch {
  public:
@@ -489,6 +842,25 @@ bool pod_encode_json(const pod_desc& desc, const nlohmann::json& value, std::str
          pod_encode_struct(desc, structure.data(), bytes, err);
 }
 
+bool pod_json_write_struct(const pod_desc& desc, const void* structure, std::string* out, std::string* err) {
+  const codec::CompiledType* t = codec::compile(&desc, err);
+  if (t == nullptr) return false;
+  size_t mark = out->size();
+  codec::ToText text(*t, out);
+  bool zero = false;
+  if (text.run(t->root, static_cast<const unsigned char*>(structure), &zero)) return true;
+  out->resize(mark);
+  *err = text.error();
+  return false;
+}
+
+bool pod_json_append_string(std::string_view text, std::string* out) {
+  size_t mark = out->size();
+  if (codec::append_string(text, out)) return true;
+  out->resize(mark);
+  return false;
+}
+
 bool pod_json_from_struct(const pod_desc& desc, const void* structure, nlohmann::json* out,
                           std::string* err) {
   const codec::CompiledType* t = codec::compile(&desc, err);
@@ -526,6 +898,43 @@ bool pod_json_from_record(const void* data, size_t length, const pod_desc* (*fin
     return false;
   }
   return pod_json_from_struct(*desc, structure.data(), out, err);
+}
+
+PodJsonWriter::PodJsonWriter(const pod_desc* (*find)(std::string_view)) : find_(find) {}
+
+bool PodJsonWriter::write(const void* data, size_t length, std::string_view* type, std::string* out,
+                          std::string* err) {
+  *type = {};
+  std::optional<std::string_view> named = codec::record_type_name(data, length);
+  if (!named) {
+    *err = "not a pod record";
+    return false;
+  }
+  *type = *named;
+  if (last_desc_ == nullptr || *named != last_type_) {
+    last_desc_ = find_(*named);
+    last_type_.assign(*named);
+  }
+  if (last_desc_ == nullptr) {
+    *err = "no descriptor for record type " + last_type_;
+    return false;
+  }
+  const codec::CompiledType* t = codec::compile(last_desc_, err);
+  if (t == nullptr) return false;
+  if (length > UINT32_MAX) {
+    *err = "record longer than 4 GiB";
+    return false;
+  }
+  size_t words = (t->program(t->root).size + 7) / 8 + 1;
+  if (structure_.size() < words) structure_.resize(words);
+  void* structure = structure_.data();
+  if (pod_decode(data, static_cast<uint32_t>(length), structure, last_desc_) != kCerrOk) {
+    *err = pod_last_error();
+    return false;
+  }
+  bool written = pod_json_write_struct(*last_desc_, structure, out, err);
+  codec::release(*t, t->root, static_cast<unsigned char*>(structure));
+  return written;
 }
 
 }  // namespace ostrel::sim

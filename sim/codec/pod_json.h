@@ -4,8 +4,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -26,6 +28,37 @@ namespace ostrel::sim {
 // The JSON form of a decoded structure.
 [[nodiscard]] bool pod_json_from_struct(const pod_desc& desc, const void* structure, nlohmann::json* out,
                                         std::string* err);
+
+// Appends the JSON text of a decoded structure to `out`, on one line, with only the fields that are set: a
+// field that is zero, false, null or empty is left out, as the encoder reads it back from an omitted field.
+// Fields come in schema order. Fails only on a text that is not UTF-8 (JSON cannot carry it), and then
+// leaves `out` as it was.
+[[nodiscard]] bool pod_json_write_struct(const pod_desc& desc, const void* structure, std::string* out,
+                                         std::string* err);
+
+// Appends `text` as a JSON string; false, with `out` as it was, when `text` is not UTF-8.
+[[nodiscard]] bool pod_json_append_string(std::string_view text, std::string* out);
+
+// Writes records as JSON text one after another, decoding each into room kept from the last, so that a walk
+// over a million records allocates only what the records themselves point to.
+class PodJsonWriter {
+ public:
+  // `find` maps a record type's name to its descriptor (ostrel_find_pod_desc() does).
+  explicit PodJsonWriter(const pod_desc* (*find)(std::string_view));
+
+  // Appends the JSON text of the record's value (as pod_json_write_struct() writes it) to `out` and names its
+  // record type in `*type` (a view into `data`). On failure `out` is as it was and `*err` says why: not a pod
+  // record, a type without a descriptor, the decoder's refusal, or a text that is not UTF-8; `*type` is set
+  // when the header could be read.
+  [[nodiscard]] bool write(const void* data, size_t length, std::string_view* type, std::string* out,
+                           std::string* err);
+
+ private:
+  const pod_desc* (*find_)(std::string_view);
+  std::string last_type_;
+  const pod_desc* last_desc_ = nullptr;
+  std::vector<uint64_t> structure_;
+};
 
 // Fills `structure` (the descriptor's decoded size, zeroed here first) from `value`, allocating as
 // pod_decode() does; release it with pod_free_indirections(). On failure nothing stays allocated.

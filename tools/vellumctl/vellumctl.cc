@@ -1,16 +1,21 @@
-// vellumctl: builds simulated router roots from fixtures and looks inside them, through the same store
-// service that ostrel reads.
+// vellumctl: builds simulated router roots from fixtures and looks inside them: ls and get through the same
+// store service that ostrel reads, dump through a walk of the whole subtree.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
-
-#include <nlohmann/json.hpp>
 
 #include "platform/vellum.h"
 #include "sim/cerr_codes.h"
 #include "sim/root.h"
+#include "sim/store/format.h"
+#include "sim/store/store_walk.h"
 #include "tools/fixture/fixture.h"
 #include "tools/fixture/fixture_encode.h"
 #include "tools/vellumctl/generate.h"
@@ -36,18 +41,40 @@ std::string code_text(cerr_t code) {
   return hex;
 }
 
-// Points the store service at `root` and binds its top; none (after a message) when there is no store.
-bool open_root(const char* root, HandleOwner* top) {
+// Why `root` holds no store this vellumctl reads, naming the file at fault.
+std::string no_store_reason(const char* root) {
+  std::string db = std::string(root) + "/" + kStoreFileName;
+  struct stat status;
+  if (stat(root, &status) != 0) return std::string(root) + ": " + std::strerror(errno);
+  if (!S_ISDIR(status.st_mode)) return std::string(root) + ": not a directory";
+  if (stat(db.c_str(), &status) != 0) return std::string(root) + ": not a router root (no vellum.db)";
+  if (access(db.c_str(), R_OK) != 0) return db + ": " + std::strerror(errno);
+  return db + ": not a store of this vellumctl's format; build the root again";
+}
+
+// Points the store service at `root`; false (after a message) when there is no store.
+bool use_root(const char* root) {
   setenv("OSTREL_ROOT", root, 1);
-  if (!root_db()) {
-    std::fprintf(stderr, "vellumctl: %s: no readable store (vellum.db) there\n", root);
-    return false;
-  }
+  if (root_db()) return true;
+  std::fprintf(stderr, "vellumctl: %s\n", no_store_reason(root).c_str());
+  return false;
+}
+
+// The same, and binds the top of the store.
+bool open_root(const char* root, HandleOwner* top) {
+  if (!use_root(root)) return false;
   if (cerr_t status = vellum_bind(&top->handle, "/", 0)) {
     std::fprintf(stderr, "vellumctl: %s: %s\n", root, code_text(status).c_str());
     return false;
   }
   return true;
+}
+
+// Writes `text` to standard output; false after saying why it could not.
+bool write_out(const std::string& text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return true;
+  std::fprintf(stderr, "vellumctl: standard output: %s\n", std::strerror(errno));
+  return false;
 }
 
 int build(int argc, char** argv) {
@@ -82,17 +109,6 @@ int ls(int, char** argv) {
   return 0;
 }
 
-std::string hex_of(const void* data, uint32_t length) {
-  static const char kDigits[] = "0123456789abcdef";
-  std::string hex;
-  for (uint32_t i = 0; i < length; ++i) {
-    unsigned char byte = static_cast<const unsigned char*>(data)[i];
-    hex += kDigits[byte >> 4];
-    hex += kDigits[byte & 15];
-  }
-  return hex;
-}
-
 int get(int, char** argv) {
   HandleOwner top;
   if (!open_root(argv[0], &top)) return 1;
@@ -105,20 +121,38 @@ int get(int, char** argv) {
     std::fprintf(stderr, "vellumctl: %s: %s\n", argv[1], code_text(status).c_str());
     return 1;
   }
-  nlohmann::ordered_json item;
-  item["path"] = argv[1];
-  item["datatype"] = type;
-  std::string record_type, problem;
-  nlohmann::json value;
-  if (type == kVellumDataTypePod && decode_typed_value(std::string(static_cast<const char*>(data), length),
-                                                       &record_type, &value, &problem)) {
-    item["type"] = record_type;
-    item["value"] = value;
-  } else {
-    item["hex"] = hex_of(data, length);
-    if (!problem.empty()) item["problem"] = problem;
+  std::string line;
+  ItemJsonWriter().append(argv[1], type, data, length, &line);
+  return write_out(line) ? 0 : 1;
+}
+
+// Lines are gathered up to this size and written together.
+constexpr size_t kDumpChunk = 1 << 20;
+
+// Walks the database rather than the store service, so that a root's injected faults do not stop it.
+int dump(int, char** argv) {
+  if (!use_root(argv[0])) return 1;
+  StoreWalk walk;
+  if (cerr_t status = walk.start(argv[1])) {
+    std::fprintf(stderr, "vellumctl: %s: %s\n", argv[1], code_text(status).c_str());
+    return 1;
   }
-  std::printf("%s\n", item.dump(2).c_str());
+  ItemJsonWriter items;
+  std::string lines;
+  lines.reserve(kDumpChunk + 65536);
+  WalkedItem item;
+  cerr_t status;
+  while ((status = walk.next(&item)) == kCerrOk) {
+    items.append(item.path, item.datatype, item.data, item.length, &lines);
+    if (lines.size() < kDumpChunk) continue;
+    if (!write_out(lines)) return 1;
+    lines.clear();
+  }
+  if (!write_out(lines)) return 1;
+  if (status != kStoreNotFound) {
+    std::fprintf(stderr, "vellumctl: %s: %s\n", argv[1], code_text(status).c_str());
+    return 1;
+  }
   return 0;
 }
 
@@ -146,7 +180,10 @@ constexpr Command kCommands[] = {
     {"build", "ROOT FIXTURE.json...",
      "create or replace ROOT from the fixtures, later ones adding to earlier", 2, -1, build},
     {"ls", "ROOT DIR", "list the names below DIR (subdirectories end in \"/\")", 2, 2, ls},
-    {"get", "ROOT PATH", "print the item at PATH (or an alias) as JSON, its record decoded", 2, 2, get},
+    {"get", "ROOT PATH", "print the item at PATH (or an alias) as a line of JSON, its record decoded", 2, 2,
+     get},
+    {"dump", "ROOT DIR",
+     "print every item below DIR, subdirectories included, as lines of JSON in listing order", 2, 2, dump},
     {"gen",
      "ROOT [--routes N] [--interfaces K] [--amt-every M] [--star-every M] [--seed S] [--vrf NAME] "
      "[--filtered]",
@@ -170,7 +207,13 @@ int main(int argc, char** argv) {
     if (std::strcmp(argv[1], command.name) != 0) continue;
     int args = argc - 2;
     if (args < command.min_args || (command.max_args >= 0 && args > command.max_args)) return usage();
-    return command.run(args, argv + 2);
+    int status = command.run(args, argv + 2);
+    // A command that failed has said why already; one that did not must still get its output out.
+    if (std::fflush(stdout) != 0 && status == 0) {
+      std::fprintf(stderr, "vellumctl: standard output: %s\n", std::strerror(errno));
+      return 1;
+    }
+    return status;
   }
   return usage();
 }
