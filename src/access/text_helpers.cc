@@ -225,6 +225,13 @@ const char* ostrel_payload_text(uint32_t bits) {
   return (bits & kIpv6) != 0 ? "IPv6" : "";
 }
 
+uint32_t ostrel_ipv4_word(const mrib_addrtype& addr) {
+  const uint8_t* bytes = mrib_pod_addr_bytes(&addr);
+  uint32_t word = 0;
+  if (bytes != nullptr) std::memcpy(&word, bytes, sizeof word);
+  return word;
+}
+
 int ostrel_entry_designation(const mrib_addrtype& source, const mrib_addrtype& group, uint32_t prefix_length,
                              uint32_t nsf, char* buffer, int size) {
   const uint8_t* source_bytes = mrib_pod_addr_bytes(&source);

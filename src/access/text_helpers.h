@@ -42,6 +42,14 @@ bool ostrel_addr_is_any(const mrib_addrtype* addr);
 // A source as the views print it: "*" for the any-address, else its ostrel_addr_text().
 const char* ostrel_source_text(const mrib_addrtype* addr);
 
+// The IPv4 word of an address in network byte order; 0 for an address of a family this program does not know.
+uint32_t ostrel_ipv4_word(const mrib_addrtype& addr);
+
+// A text field that the server may leave out prints as an empty text, so that its line keeps its place.
+inline const char* ostrel_text_or_empty(const char* text) {
+  return text != nullptr ? text : "";
+}
+
 // The designation of a route entry, "(S,G)" or "(S,G/len)", into `buffer` of `size` bytes, with the return
 // of mrib_utl_print_entry(): the length, negative when it did not fit or failed. The platform names IPv4 keys
 // only; an address of a family this program does not know is named by its family instead (as

@@ -35,14 +35,6 @@ constexpr CycleMessages kListMessages{.read = "Reading result BVI data-list %s\n
 
 // ---- Record ----------------------------------------------------------------------------------------------
 
-// The IPv4 word of an address in network order; an address of a family without one is taken as 0.
-uint32_t ipv4_word(const mrib_addrtype& addr) {
-  const uint8_t* bytes = mrib_pod_addr_bytes(&addr);
-  uint32_t word = 0;
-  if (bytes != nullptr) std::memcpy(&word, bytes, sizeof word);
-  return word;
-}
-
 // The designation line: a text that does not fit is reported and the line printed empty, for the rest of
 // the route still says something.
 void print_designation(const mrib_bvi_route_pod& route) {
@@ -50,7 +42,7 @@ void print_designation(const mrib_bvi_route_pod& route) {
   std::snprintf(ifname, sizeof ifname, "%s", ostrel_ifh_name(route.BVIIfhandle, 0));
   char entry[256];
   int written = mrib_utl_print_bvi_entry(
-      route.TableName, ipv4_word(route.Source), ipv4_word(route.GroupRange.GroupPrefix), ifname,
+      route.TableName, ostrel_ipv4_word(route.Source), ostrel_ipv4_word(route.GroupRange.GroupPrefix), ifname,
       static_cast<uint8_t>(route.GroupRange.GroupPrefixLength), entry, static_cast<int>(sizeof entry));
   if (written < 0) std::fputs("buffer overflow in printing BVI route\n", stderr);
   ostrel_outf("\n%s\n", entry);

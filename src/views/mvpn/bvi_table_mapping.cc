@@ -22,15 +22,11 @@ constexpr CycleMessages kListMessages{
     .free = {"%s: Failed to free datalist, %s", true},
 };
 
-const char* text_or_empty(const char* text) {
-  return text != nullptr ? text : "";
-}
-
 void mrib_bvi_interface_print(const mrib_bvi_interface_pod& mapping, void*) {
   char name[80];
   std::snprintf(name, sizeof name, "%s", ostrel_ifh_name(mapping.BVI_Name, 0));
   ostrel_outf("Interface : %s\n", name);
-  ostrel_outf("Table : %s (0x%x)\n\n", text_or_empty(mapping.TableName), mapping.Table_Id);
+  ostrel_outf("Table : %s (0x%x)\n\n", ostrel_text_or_empty(mapping.TableName), mapping.Table_Id);
 }
 
 bool mapping_resume_key(const mrib_bvi_interface_pod& mapping, char* key, size_t size, void*) {

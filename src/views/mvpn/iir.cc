@@ -15,15 +15,11 @@ namespace {
 
 constexpr char kElementName[] = "ostrel_iir_intf_element";
 
-const char* text_or_empty(const char* text) {
-  return text != nullptr ? text : "";
-}
-
 void print_heading(const mrib_iir_intf_pod& intf) {
   // The child count is the server's own counter; parents and routes are counted from the lists it sent.
   ostrel_outf(
       "\n%s [0x%x], Flags: %s%s%s, Childcount: %d, Parentcount: %d, Routecount: %d, Threshold: %d %s\n",
-      text_or_empty(intf.IIRInterfaceName), intf.IIRInterface, intf.IsVirtualInterface ? "V" : "",
+      ostrel_text_or_empty(intf.IIRInterfaceName), intf.IIRInterface, intf.IsVirtualInterface ? "V" : "",
       intf.IsIIRNotifiedInterface ? "I" : "", intf.IsDeleteInProgress ? "D" : "",
       static_cast<int>(intf.ChildCount), static_cast<int>(intf.ParentList.count),
       static_cast<int>(intf.RouteList.count), static_cast<int>(intf.RehashThreshold),
@@ -48,7 +44,7 @@ void print_types(const mrib_iir_intf_pod& intf) {
   ostrel_outf("if_char: 0x%x, if_type: 0x%x parent_if_type 0x%x", intf.InterfaceCharacter, intf.InterfaceType,
               intf.ParentInterfaceType);
   if (has_if_name(intf))
-    ostrel_outf(", if_name: %s, if_ul_index %d", text_or_empty(intf.IfName),
+    ostrel_outf(", if_name: %s, if_ul_index %d", ostrel_text_or_empty(intf.IfName),
                 static_cast<int>(intf.InterfaceULIndex));
   if (ostrel_private) {
     ostrel_outf(", 0x%lx\n", intf.EntryPointer);
@@ -60,7 +56,7 @@ void print_types(const mrib_iir_intf_pod& intf) {
 void print_children(const mrib_iir_intf_pod& intf) {
   ostrel_out("ChildList:\n");
   for (const mrib_iir_sub_node_pod& child : ostrel_items(intf.ChildList)) {
-    const char* name = text_or_empty(child.SubInterfaceName);
+    const char* name = ostrel_text_or_empty(child.SubInterfaceName);
     if (ostrel_private) {
       ostrel_outf("  %s [0x%x], node 0x%lx, name_next 0x%lx\n", name, child.SubInterface,
                   child.SubInterfacePointer, child.SubInterfaceNameNextPointer);
@@ -76,7 +72,7 @@ void print_children(const mrib_iir_intf_pod& intf) {
 void print_parents(const mrib_iir_intf_pod& intf) {
   ostrel_out("ParentList:\n");
   for (const mrib_iir_sub_node_pod& parent : ostrel_items(intf.ParentList))
-    ostrel_outf("  %s [0x%x]\n", text_or_empty(parent.SubInterfaceName), parent.SubInterface);
+    ostrel_outf("  %s [0x%x]\n", ostrel_text_or_empty(parent.SubInterfaceName), parent.SubInterface);
 }
 
 // A piece of a route or label line: 30 bytes, as the line is built.

@@ -50,14 +50,9 @@ constexpr CounterRow kCounterRows[] = {
      &mrib_attr_stat_pod::DelRedistCount},
 };
 
-// An absent text prints as an empty one, so that its line keeps its place.
-const char* text_or_empty(const char* text) {
-  return text != nullptr ? text : "";
-}
-
 void print_table_name(uint32_t table_id, const char* name, const char* client) {
-  ostrel_outf("VRF: %s [tid 0x%x]\n", text_or_empty(name), table_id);
-  ostrel_outf("Registered Client:\n%s\n", text_or_empty(client));
+  ostrel_outf("VRF: %s [tid 0x%x]\n", ostrel_text_or_empty(name), table_id);
+  ostrel_outf("Registered Client:\n%s\n", ostrel_text_or_empty(client));
 }
 
 // The fallback line card as "(0x%08x,name)", cut to 45 characters. A processor the platform cannot name

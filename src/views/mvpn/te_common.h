@@ -1,14 +1,9 @@
-// What the registration and TE views share: the fetch of their one record by -T, and the text of a string
-// field that the server may leave out.
+// What the registration and TE views share: the fetch of their one record by -T.
 #pragma once
 
 #include <cstdio>
 
 #include "access/query.h"
-
-inline const char* ostrel_text_or_empty(const char* text) {
-  return text != nullptr ? text : "";
-}
 
 // Fetches the record at ostrel_query_path below `handle` and prints it. Unlike the other single items of
 // these databases it is checked for its data type, and its failures go to standard error: a record that is

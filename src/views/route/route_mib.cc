@@ -37,13 +37,6 @@ constexpr uint32_t kLastHiddenGroup = 5;
 // abandoned whole when a piece does not fit there.
 constexpr size_t kLineBuffer = 256;
 
-// The 32-bit value of an address of family 0 or 1, in network byte order.
-uint32_t address_word(const mrib_addrtype& addr) {
-  uint32_t word = 0;
-  std::memcpy(&word, mrib_pod_addr_bytes(&addr), sizeof word);
-  return word;
-}
-
 bool known_family(const mrib_addrtype& addr) {
   return mrib_pod_addr_bytes(&addr) != nullptr;
 }
@@ -51,26 +44,15 @@ bool known_family(const mrib_addrtype& addr) {
 bool hidden_group(const mrib_route_pod& route) {
   const mrib_group_rng_pod& range = route.GroupRange;
   if (range.GroupPrefixLength != 32 || !known_family(range.GroupPrefix)) return false;
-  uint32_t group = ntohl(address_word(range.GroupPrefix));
+  uint32_t group = ntohl(ostrel_ipv4_word(range.GroupPrefix));
   return group >= kFirstHiddenGroup && group <= kLastHiddenGroup;
 }
 
-// The entry designation, as the route printer writes it: the platform names IPv4 keys; an address of a
-// family this program does not know is named by its family, so that one odd record does not end the walk.
+// The entry designation, as the route printer writes it.
 void add_designation(const mrib_route_pod& route, OstrelLine* line) {
-  const mrib_addrtype& source = route.Source;
-  const mrib_addrtype& group = route.GroupRange.GroupPrefix;
-  uint32_t prefix_length = route.GroupRange.GroupPrefixLength;
-  if (known_family(source) && known_family(group)) {
-    const uint32_t key[3] = {address_word(group), address_word(source), prefix_length};
-    line->advance(mrib_utl_print_entry(0, key, 0, line->end(), static_cast<int>(line->room()), 0));
-    return;
-  }
-  const char* source_text =
-      known_family(source) && address_word(source) == 0 ? "*" : ostrel_addr_text(&source);
-  line->addf("(%s,%s", source_text, ostrel_addr_text(&group));
-  if (prefix_length != 32) line->addf("/%u", prefix_length);
-  line->add(')');
+  line->advance(ostrel_entry_designation(route.Source, route.GroupRange.GroupPrefix,
+                                         route.GroupRange.GroupPrefixLength, 0, line->end(),
+                                         static_cast<int>(line->room())));
 }
 
 // Appends what follows the designation; false (after its message) when a piece did not fit.
