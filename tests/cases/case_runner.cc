@@ -123,13 +123,28 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
       continue;
     }
     if (block == nullptr && (line.empty() || line[0] == '#')) continue;
-    if (cases->empty()) {
-      if (starts_with(line, "--- text ")) {
-        block = &texts[trim(line.substr(9))];
-        open = false;
-        continue;
+    if (cases->empty() && starts_with(line, "--- text ")) {
+      block = &texts[trim(line.substr(9))];
+      open = false;
+      continue;
+    }
+    if (cases->empty() && block == nullptr) return fail("text before the first case");
+    if (block != nullptr && starts_with(line, "@")) {
+      // "@NAME*N" stands for N copies, for the long runs of like lines that a full batch prints. A text may
+      // use the texts defined before it.
+      std::string name = line.substr(1);
+      int copies = 1;
+      if (size_t star = name.rfind('*'); star != std::string::npos) {
+        copies = std::atoi(name.c_str() + star + 1);
+        name.resize(star);
       }
-      if (block == nullptr) return fail("text before the first case");
+      auto text = texts.find(name);
+      if (text == texts.end() || &text->second == block) return fail("no text named '" + name + "'");
+      if (open) return fail("only the last line of a block may lack its closing $");
+      for (int i = 0; i < copies; ++i) *block += text->second;
+      continue;
+    }
+    if (cases->empty()) {
       if (!add_block_line(line, block, &open, err)) return fail(*err);
       continue;
     }
@@ -152,20 +167,6 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
       continue;
     }
     if (block != nullptr) {
-      if (starts_with(line, "@")) {
-        // "@NAME*N" stands for N copies, for the long runs of like lines that a full batch prints.
-        std::string name = line.substr(1);
-        int copies = 1;
-        if (size_t star = name.rfind('*'); star != std::string::npos) {
-          copies = std::atoi(name.c_str() + star + 1);
-          name.resize(star);
-        }
-        auto text = texts.find(name);
-        if (text == texts.end()) return fail("no text named '" + name + "'");
-        if (open) return fail("only the last line of a block may lack its closing $");
-        for (int i = 0; i < copies; ++i) *block += text->second;
-        continue;
-      }
       if (!add_block_line(line, block, &open, err)) return fail(*err);
       continue;
     }
