@@ -202,36 +202,50 @@ void bind(const Bind<Args>& bind, const Args& args) {
   }
 }
 
+// The command's record: read() fills it, the view reads it.
+template <const auto& kCommand>
+typename std::remove_cvref_t<decltype(kCommand)>::Arguments command_args;
+
+template <const auto& kCommand>
+bool read() {
+  return read_keywords(kCommand.keywords, &command_args<kCommand>);
+}
+
 // Reads the command's keywords, binds, and runs its view. A bind that fails ends the process.
 template <const auto& kCommand>
 int run() {
-  using Args = typename std::remove_cvref_t<decltype(kCommand)>::Arguments;
-  static Args args;
-  if (!read_keywords(kCommand.keywords, &args)) return 1;
-  bind(kCommand.bind, args);
-  kCommand.view(args);
+  if (!read<kCommand>()) return 1;
+  bind(kCommand.bind, command_args<kCommand>);
+  kCommand.view(command_args<kCommand>);
   return 0;
 }
 
 struct CommandRow {
   uint32_t number;
   int (*run)();
+  bool (*read)();
 };
 
 // clang-format off
 constexpr CommandRow kCommands[] = {
-    {1, run<kClients>},
-    {2, run<kClientRoutes>},
-    {3, run<kNsf>},
-    {4, run<kMemory>},
-    {5, run<kRcIpc>},
-    {6, run<kTableInfo>},
-    {7, run<kLabelTableInfo>},
-    {8, run<kChkptStats>},
-    {9, run<kRpfid>},
-    {10, run<kNsrEnd>},
+    {1, run<kClients>, read<kClients>},
+    {2, run<kClientRoutes>, read<kClientRoutes>},
+    {3, run<kNsf>, read<kNsf>},
+    {4, run<kMemory>, read<kMemory>},
+    {5, run<kRcIpc>, read<kRcIpc>},
+    {6, run<kTableInfo>, read<kTableInfo>},
+    {7, run<kLabelTableInfo>, read<kLabelTableInfo>},
+    {8, run<kChkptStats>, read<kChkptStats>},
+    {9, run<kRpfid>, read<kRpfid>},
+    {10, run<kNsrEnd>, read<kNsrEnd>},
 };
 // clang-format on
+
+const CommandRow* chosen_command() {
+  for (const CommandRow& row : kCommands)
+    if (row.number == command_number) return &row;
+  return nullptr;
+}
 
 }  // namespace
 
@@ -244,8 +258,12 @@ KeywordChoice ostrel_keyword_mode_choice(int argc, char** argv) {
 }
 
 int ostrel_keyword_run() {
-  for (const CommandRow& row : kCommands)
-    if (row.number == command_number) return row.run();
+  if (const CommandRow* row = chosen_command()) return row->run();
   ostrel_outf("Invalid cmd %d\n", static_cast<int>(command_number));
   return 0;
+}
+
+bool ostrel_keyword_read() {
+  const CommandRow* row = chosen_command();
+  return row == nullptr || row->read();
 }

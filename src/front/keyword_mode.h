@@ -13,3 +13,7 @@ enum class KeywordChoice {
 
 // Runs the keyword command chosen by ostrel_keyword_mode_choice(); returns the exit status.
 [[nodiscard]] int ostrel_keyword_run();
+
+// Reads the chosen command's keywords as ostrel_keyword_run() does, and stops there: nothing is bound or
+// shown. False when the reader refused them (it said why). For harnesses of the keyword reader.
+[[nodiscard]] bool ostrel_keyword_read();

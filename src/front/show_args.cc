@@ -278,3 +278,10 @@ ParseOutcome ostrel_parse_options(int argc, char** argv, ShowArgs* args) {
 void ostrel_usage() {
   std::fprintf(stderr, "\tUsage:\n%s", kUsageText);
 }
+
+void ostrel_parse_reset(ShowArgs* args) {
+  std::free(args->vrf);
+  *args = ShowArgs{};
+  ostrel_debug = ostrel_private = ostrel_platform_detail = ostrel_standby = 0;
+  optind = 0;
+}

@@ -83,3 +83,7 @@ enum class ParseOutcome {
 
 // Writes the usage text to standard error; the caller exits with status 1.
 void ostrel_usage();
+
+// Forgets what a parse left behind: `args` (and its VRF text), the switches, and the scanner's place. A run
+// parses once; whoever parses many vectors in one process calls this before each.
+void ostrel_parse_reset(ShowArgs* args);
