@@ -9,27 +9,19 @@
 #include <string>
 #include <vector>
 
-#include "platform/getopt.h"
-
 namespace {
 
 class ShowArgsTest : public ::testing::Test {
  protected:
-  void TearDown() override {
-    std::free(args_.vrf);
-    ostrel_debug = ostrel_private = ostrel_platform_detail = ostrel_standby = 0;
-  }
+  void TearDown() override { ostrel_parse_reset(&args_); }
 
   ParseOutcome parse(std::initializer_list<const char*> words) {
-    std::free(args_.vrf);
-    args_.vrf = nullptr;
-    ostrel_debug = ostrel_private = ostrel_platform_detail = ostrel_standby = 0;
+    ostrel_parse_reset(&args_);
     storage_.assign({"ostrel"});
     storage_.insert(storage_.end(), words.begin(), words.end());
     argv_.clear();
     for (std::string& word : storage_) argv_.push_back(word.data());
     argv_.push_back(nullptr);
-    optind = 1;
     testing::internal::CaptureStderr();
     ParseOutcome outcome = ostrel_parse_options(static_cast<int>(storage_.size()), argv_.data(), &args_);
     testing::internal::GetCapturedStderr();  // the refusals' texts are in the front_options cases
