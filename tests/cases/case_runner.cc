@@ -113,12 +113,16 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
   // Texts that several cases of the file expect, such as a legend: "--- text NAME" before the first case
   // defines one, and a block line "@NAME" stands for it.
   std::map<std::string, std::string> texts;
+  // A "fixtures:" line before the first case names the fixtures of every case that names none.
+  std::vector<std::string> file_fixtures;
+  std::string why;
   while (std::getline(in, line)) {
     ++number;
     if (starts_with(line, "=== ")) {
       cases->emplace_back();
       cases->back().name = trim(line.substr(4));
       cases->back().line = number;
+      cases->back().fixtures = file_fixtures;
       block = nullptr;
       continue;
     }
@@ -126,6 +130,10 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
     if (cases->empty() && starts_with(line, "--- text ")) {
       block = &texts[trim(line.substr(9))];
       open = false;
+      continue;
+    }
+    if (cases->empty() && block == nullptr && starts_with(line, "fixtures:")) {
+      if (!split_words(line.substr(9), &file_fixtures, &why)) return fail(why);
       continue;
     }
     if (cases->empty() && block == nullptr) return fail("text before the first case");
@@ -170,8 +178,8 @@ bool parse_cases(const std::string& path, std::vector<Case>* cases, std::string*
       if (!add_block_line(line, block, &open, err)) return fail(*err);
       continue;
     }
-    std::string why;
     if (starts_with(line, "fixtures:")) {
+      c.fixtures.clear();
       if (!split_words(line.substr(9), &c.fixtures, &why)) return fail(why);
     } else if (starts_with(line, "faults:")) {
       c.faults = trim(line.substr(7));
