@@ -3,8 +3,6 @@
 // each encoded from a structure that is reused for every route.
 #include "tools/vellumctl/generate.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +19,7 @@
 #include "sim/codec/pod_codec.h"
 #include "tools/fixture/fixture.h"
 #include "tools/fixture/route_collections.h"
+#include "tools/vellumctl/store_writer.h"
 
 namespace ostrel::tools {
 namespace {
@@ -163,60 +162,6 @@ std::string base_fixture(const GenerateSettings& s) {
                      "/cfg/gl/mcast/ord_v/" + s.vrf + "/ipv4/"};
   return fixture.dump();
 }
-
-struct Statement {
-  sqlite3_stmt* stmt = nullptr;
-  ~Statement() { sqlite3_finalize(stmt); }
-};
-
-class StoreWriter {
- public:
-  bool open(const std::string& file, std::string* error) {
-    if (sqlite3_open_v2(file.c_str(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) return fail(error);
-    // A page cache large enough for the pages being filled: with SQLite's default of 2 MB, pages were
-    // spilled, read back and written again some twenty times each.
-    const char* setup =
-        "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -262144; BEGIN";
-    if (sqlite3_exec(db_, setup, nullptr, nullptr, nullptr) != SQLITE_OK) return fail(error);
-    return prepare("INSERT INTO items (dir, name, datatype, data) VALUES (?1, ?2, ?3, ?4)", &item_, error) &&
-           prepare("INSERT OR IGNORE INTO dirs (parent, name) VALUES (?1, ?2)", &dir_, error);
-  }
-  // The statements are finalized after this body runs; close_v2 lets the connection go with the last of them.
-  ~StoreWriter() { sqlite3_close_v2(db_); }
-
-  bool item(std::string_view dir, std::string_view name, const std::string& data, std::string* error) {
-    sqlite3_reset(item_.stmt);
-    sqlite3_bind_text(item_.stmt, 1, dir.data(), static_cast<int>(dir.size()), SQLITE_STATIC);
-    sqlite3_bind_text(item_.stmt, 2, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
-    sqlite3_bind_int(item_.stmt, 3, static_cast<int>(kVellumDataTypePod));
-    sqlite3_bind_blob(item_.stmt, 4, data.data(), static_cast<int>(data.size()), SQLITE_STATIC);
-    return sqlite3_step(item_.stmt) == SQLITE_DONE || fail(error);
-  }
-
-  // A directory below `parent` that the base fixture could not know in advance.
-  bool dir(std::string_view parent, std::string_view name, std::string* error) {
-    sqlite3_reset(dir_.stmt);
-    sqlite3_bind_text(dir_.stmt, 1, parent.data(), static_cast<int>(parent.size()), SQLITE_STATIC);
-    sqlite3_bind_text(dir_.stmt, 2, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
-    return sqlite3_step(dir_.stmt) == SQLITE_DONE || fail(error);
-  }
-
-  bool commit(std::string* error) {
-    return sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK || fail(error);
-  }
-
- private:
-  bool prepare(const char* sql, Statement* statement, std::string* error) {
-    return sqlite3_prepare_v2(db_, sql, -1, &statement->stmt, nullptr) == SQLITE_OK || fail(error);
-  }
-  bool fail(std::string* error) {
-    *error = std::string("writing the store: ") + (db_ ? sqlite3_errmsg(db_) : "cannot open");
-    return false;
-  }
-
-  sqlite3* db_ = nullptr;
-  Statement item_, dir_;
-};
 
 bool encode(const pod_desc& desc, const void* record, std::string* bytes, std::string* error) {
   bytes->clear();
