@@ -1,5 +1,6 @@
-// A synthetic router for benchmarks: N routes of one VRF in every collection the route views read, built
-// straight into a root's store. The same settings and seed give the same root.
+// A synthetic router for benchmarks: N routes of one VRF in every collection the route views read, and N
+// items in each collection that a listing view walks, built straight into a root's store. The same settings
+// and seed give the same root.
 #pragma once
 
 #include <cstdint>

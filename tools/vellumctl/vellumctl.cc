@@ -187,7 +187,9 @@ constexpr Command kCommands[] = {
     {"gen",
      "ROOT [--routes N] [--interfaces K] [--amt-every M] [--star-every M] [--seed S] [--vrf NAME] "
      "[--filtered]",
-     "create or replace ROOT with a synthetic router of N routes in every route collection", 1, -1, gen},
+     "create or replace ROOT with a synthetic router of N routes in every route collection, and N items in "
+     "each listing view's collection",
+     1, -1, gen},
 };
 
 int usage() {

@@ -1,5 +1,6 @@
-// The synthetic router: the same settings make the same store, and every collection holds each route with
-// the same contents, whatever order the generator wrote them in.
+// The synthetic router: the same settings make the same store, every route collection holds each route with
+// the same contents, whatever order the generator wrote them in, and each listing view's collection holds a
+// record per route.
 #include "tools/vellumctl/generate.h"
 
 #include <gtest/gtest.h>
@@ -132,6 +133,53 @@ TEST(Generate, EveryCollectionHoldsEachRouteAlike) {
   std::free(data);
   EXPECT_EQ(summary.GRoutes, star_routes);
   EXPECT_EQ(summary.SGRoutes, settings.routes - star_routes);
+  EXPECT_EQ(vellum_unbind(handle), kCerrOk);
+}
+
+// Whether the item at `path` decodes as a `Record`.
+template <typename Record>
+bool decodes(vellum_handle_t handle, const std::string& path) {
+  uint32_t type = 0, length = 0;
+  void* data = nullptr;
+  Record record{};
+  bool decoded = vellum_item_get(handle, path.c_str(), &type, &data, &length, 0) == kCerrOk &&
+                 pod_decode(data, length, &record, OstrelPod<Record>::desc) == kCerrOk;
+  std::free(data);
+  return decoded && pod_free_indirections(&record, OstrelPod<Record>::desc) == kCerrOk;
+}
+
+TEST(Generate, EachListingViewHasARecordPerRoute) {
+  TestRoot root("{}");
+  GenerateSettings settings;
+  settings.routes = 300;  // more than a batch
+  std::string error;
+  ASSERT_TRUE(generate_root(root.dir(), settings, &error)) << error;
+  ostrel::sim::root_reset_for_testing(root.dir());
+  vellum_handle_t handle = nullptr;
+  ASSERT_EQ(vellum_bind(&handle, "/oper/", 0), kCerrOk);
+  const struct {
+    const char* dir;
+    bool (*decodes)(vellum_handle_t, const std::string&);
+  } collections[] = {
+      {"ipv4-mrib-cl-pim/gl/act/routedb/", decodes<mrib_lib_route_pod>},
+      {"ipv4-mrib/gl/act/table/default/amt-routedb/", decodes<mrib_amt_route_pod>},
+      {"ipv4-mrib/gl/act/table/default/amt-gw/", decodes<mrib_amt_gw_pod>},
+      {"ipv4-mrib/gl/act/process/bvi-route/", decodes<mrib_bvi_route_pod>},
+      {"ipv4-mrib/gl/act/table/default/mpls-mroute/", decodes<mrib_mpls_db_pod>},
+      {"ipv4-mrib/gl/act/process/encapid-db/", decodes<mrib_encapid_pod>},
+      {"ipv4-mrib/gl/act/iirdb/", decodes<mrib_iir_intf_pod>},
+  };
+  for (const auto& collection : collections) {
+    std::vector<std::string> names = names_below(handle, collection.dir);
+    EXPECT_EQ(names.size(), settings.routes) << collection.dir;
+    for (const std::string& name : names)
+      EXPECT_TRUE(collection.decodes(handle, collection.dir + name)) << collection.dir << name;
+  }
+  // The client's routes and the AMT routes are keyed as the route table, the AMT ones without the length.
+  std::vector<std::string> keys = names_below(handle, "ipv4-mrib/gl/act/table/default/routedb/");
+  EXPECT_EQ(names_below(handle, "ipv4-mrib-cl-pim/gl/act/routedb/"), keys);
+  for (std::string& key : keys) key.resize(key.size() - 3);
+  EXPECT_EQ(names_below(handle, "ipv4-mrib/gl/act/table/default/amt-routedb/"), keys);
   EXPECT_EQ(vellum_unbind(handle), kCerrOk);
 }
 
