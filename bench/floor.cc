@@ -1,7 +1,8 @@
 // The floor: what "scan the route table and print it" costs this machine with nothing else in the way. It
 // reads the items of one store directory with the same batched range query as the simulated store (256 a
 // batch, resuming after the last name) and prints, with printf, as many bytes per item as the view it stands
-// beside printed per route. No record is decoded: the difference to ostrel is the program's own work.
+// beside printed per route. Records are unpacked into a reused buffer as the store unpacks them, and not
+// decoded: the difference to ostrel is the program's own work.
 //
 // usage: floor ROOT DIRECTORY BYTES_PER_ITEM
 #include <sqlite3.h>
@@ -9,6 +10,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+
+#include "sim/store/record_pack.h"
 
 namespace {
 
@@ -42,6 +45,7 @@ int main(int argc, char** argv) {
   static char out[1 << 16];
   std::setvbuf(stdout, out, _IOFBF, sizeof out);
   std::string resume;
+  std::string record;
   std::string line(static_cast<size_t>(bytes) - 1, '.');
   for (;;) {
     sqlite3_reset(batch);
@@ -56,11 +60,14 @@ int main(int argc, char** argv) {
         break;
       }
       const char* name = reinterpret_cast<const char*>(sqlite3_column_text(batch, 0));
-      int length = sqlite3_column_bytes(batch, 2);
       // The record is read as ostrel reads it, and left undecoded.
-      if (sqlite3_column_blob(batch, 2) == nullptr && length != 0) return fail(db, "read");
+      record.clear();
+      const void* packed = sqlite3_column_blob(batch, 2);
+      if (!ostrel::sim::unpack_record_append(packed, static_cast<size_t>(sqlite3_column_bytes(batch, 2)),
+                                             &record))
+        return fail(db, "read");
       // One line of the view's width per item: the key, then filler up to the width.
-      int n = std::printf("%s %d ", name, length);
+      int n = std::printf("%s %zu ", name, record.size());
       std::printf("%.*s\n", bytes - 1 - n > 0 ? bytes - 1 - n : 0, line.c_str());
       if (rows == kBatch) resume = name;
     }

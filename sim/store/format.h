@@ -9,8 +9,8 @@ inline constexpr const char* kStoreFileName = "vellum.db";
 
 // Bumped whenever a table below changes shape or the records it holds change their wire format; a root built
 // by another format is refused, so a stale root is rebuilt rather than read item by item into errors.
-// 2: records as decoded images.
-inline constexpr int kStoreFormatVersion = 2;
+// 2: records as decoded images. 3: item data packed (record_pack.h).
+inline constexpr int kStoreFormatVersion = 3;
 
 inline constexpr const char* kStoreSchema = R"sql(
 PRAGMA page_size = 65536;

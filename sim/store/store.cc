@@ -14,6 +14,7 @@
 #include "sim/cerr_codes.h"
 #include "sim/root.h"
 #include "sim/root_testing.h"
+#include "sim/store/record_pack.h"
 #include "sim/store/store_paths.h"
 
 struct vellum_list_s {
@@ -143,7 +144,8 @@ int64_t rank_of(std::string_view dir, std::string_view name) {
   return sqlite3_step(stmt) == SQLITE_ROW ? sqlite3_column_int64(stmt, 0) : 0;
 }
 
-void append_row(vellum_datalist_s* list, sqlite3_stmt* stmt) {
+// False when the row's data is damaged.
+bool append_row(vellum_datalist_s* list, sqlite3_stmt* stmt) {
   vellum_datalist_s::Row row;
   row.path = list->buffer.size();
   list->buffer += list->dir;
@@ -154,9 +156,11 @@ void append_row(vellum_datalist_s* list, sqlite3_stmt* stmt) {
   row.data = list->buffer.size();
   row.type = static_cast<uint32_t>(sqlite3_column_int64(stmt, 1));
   const void* blob = sqlite3_column_blob(stmt, 2);
-  row.length = static_cast<uint32_t>(sqlite3_column_bytes(stmt, 2));
-  if (blob) list->buffer.append(static_cast<const char*>(blob), row.length);
+  if (!unpack_record_append(blob, static_cast<size_t>(sqlite3_column_bytes(stmt, 2)), &list->buffer))
+    return false;
+  row.length = static_cast<uint32_t>(list->buffer.size() - row.data);
   list->rows.push_back(row);
+  return true;
 }
 
 // Reads up to `count` rows after `after`, and one more to learn whether the directory goes on.
@@ -173,7 +177,7 @@ cerr_t read_batch(vellum_datalist_s* list, std::string_view after, uint32_t coun
       list->more = true;
       break;
     }
-    append_row(list, stmt);
+    if (!append_row(list, stmt)) return kStoreUnavailable;
   }
   if (rc != SQLITE_ROW && rc != SQLITE_DONE) return kStoreUnavailable;
   sqlite3_reset(stmt);
@@ -194,11 +198,19 @@ cerr_t fetch_item(std::string_view path, uint32_t* data_type, void** data, uint3
     rc = sqlite3_step(stmt);
   }
   if (rc != SQLITE_ROW) return rc == SQLITE_DONE ? kStoreNotFound : kStoreUnavailable;
-  uint32_t length = static_cast<uint32_t>(sqlite3_column_bytes(stmt, 1));
+  const auto* packed = static_cast<const uint8_t*>(sqlite3_column_blob(stmt, 1));
+  const uint8_t* packed_end = packed + sqlite3_column_bytes(stmt, 1);
+  const uint8_t* segments = nullptr;
+  uint32_t length = 0;
+  if (!packed_length(packed, static_cast<size_t>(packed_end - packed), &length, &segments))
+    return kStoreUnavailable;
   // One byte more than asked so that an empty item still gets a block the caller can free.
-  void* block = std::malloc(length + 1);
+  void* block = std::calloc(size_t{length} + 1, 1);
   if (!block) return kNoMemory;
-  if (length) std::memcpy(block, sqlite3_column_blob(stmt, 1), length);
+  if (!unpack_segments(segments, packed_end, static_cast<char*>(block), length)) {
+    std::free(block);
+    return kStoreUnavailable;
+  }
   *data_type = static_cast<uint32_t>(sqlite3_column_int64(stmt, 0));
   *data = block;
   *data_length = length;

@@ -6,6 +6,7 @@
 
 #include "sim/cerr_codes.h"
 #include "sim/root.h"
+#include "sim/store/record_pack.h"
 #include "sim/store/store_paths.h"
 
 namespace ostrel::sim {
@@ -104,10 +105,14 @@ cerr_t StoreWalk::next(WalkedItem* item) {
     sqlite3_stmt* items = level.items.get();
     if (level.on_item && (!level.on_subdir || column_text(items, 0) < column_text(level.subdirs.get(), 0))) {
       path_.assign(level.dir).append(column_text(items, 0));
+      data_.clear();
+      const void* packed = sqlite3_column_blob(items, 2);
+      if (!unpack_record_append(packed, static_cast<size_t>(sqlite3_column_bytes(items, 2)), &data_))
+        return kStoreUnavailable;
       item->path = path_;
       item->datatype = static_cast<uint32_t>(sqlite3_column_int64(items, 1));
-      item->data = sqlite3_column_blob(items, 2);
-      item->length = static_cast<uint32_t>(sqlite3_column_bytes(items, 2));
+      item->data = data_.data();
+      item->length = static_cast<uint32_t>(data_.size());
       level.item_given = true;
       return kCerrOk;
     }

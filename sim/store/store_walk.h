@@ -48,6 +48,7 @@ class StoreWalk {
   std::vector<std::unique_ptr<Level>> levels_;  // kept when left, with their prepared statements
   size_t depth_ = 0;                            // levels in use
   std::string path_;
+  std::string data_;  // the item given last, unpacked
 };
 
 }  // namespace ostrel::sim

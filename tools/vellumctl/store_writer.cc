@@ -1,6 +1,7 @@
 #include "tools/vellumctl/store_writer.h"
 
 #include "platform/vellum.h"
+#include "sim/store/record_pack.h"
 
 namespace ostrel::tools {
 
@@ -22,7 +23,8 @@ bool StoreWriter::item(std::string_view dir, std::string_view name, const std::s
   sqlite3_bind_text(item_.stmt, 1, dir.data(), static_cast<int>(dir.size()), SQLITE_STATIC);
   sqlite3_bind_text(item_.stmt, 2, name.data(), static_cast<int>(name.size()), SQLITE_STATIC);
   sqlite3_bind_int(item_.stmt, 3, static_cast<int>(kVellumDataTypePod));
-  sqlite3_bind_blob(item_.stmt, 4, data.data(), static_cast<int>(data.size()), SQLITE_STATIC);
+  sim::pack_record(data, &packed_);
+  sqlite3_bind_blob(item_.stmt, 4, packed_.data(), static_cast<int>(packed_.size()), SQLITE_STATIC);
   return sqlite3_step(item_.stmt) == SQLITE_DONE || fail(error);
 }
 

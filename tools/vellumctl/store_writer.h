@@ -43,6 +43,7 @@ class StoreWriter {
   // Declared first so that it closes after the statements are finalized.
   Connection connection_;
   Statement item_, dir_;
+  std::string packed_;  // the item being written, packed; its room reused from item to item
 };
 
 }  // namespace ostrel::tools
