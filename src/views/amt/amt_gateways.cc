@@ -2,6 +2,7 @@
 // routes (-Q) or their counters (-H); all of a VRF, or those of the address (-g) and the UDP port (-p) given
 // after -V. How a mode is walked is in amt_mode.h.
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 #include <arpa/inet.h>
@@ -11,24 +12,38 @@
 #include "access/text_helpers.h"
 #include "views/amt/amt.h"
 #include "views/amt/amt_mode.h"
+#include "views/line_pieces.h"
 
 namespace {
 
 // ---- Records ---------------------------------------------------------------------------------------------
 
+// Gateways are printed by the million: their lines are assembled in place.
+void add_gateway_line(OstrelLine& line, uint32_t address, uint32_t port) {
+  ostrel_add_dotted(line.add("\n("), address).add(',').add_signed(static_cast<int>(port)).add(") \n");
+}
+
 void print_gateway_line(uint32_t address, uint32_t port) {
-  ostrel_outf("\n(%s,%d) \n", ostrel_amt_dotted(address), static_cast<int>(port));
+  OstrelLine line;
+  add_gateway_line(line, address, port);
+  line.emit();
 }
 
 // The gateway and its routes, active or expired: the lines of both are alike.
 template <typename Route>
 void print_gateway(uint32_t address, uint32_t port, const pod_array<Route>& routes) {
-  print_gateway_line(address, port);
+  OstrelLine line;
+  add_gateway_line(line, address, port);
   for (const Route& route : std::span(routes.data, routes.count)) {
-    ostrel_outf("  Source/Group:(%s,%s) \n", ostrel_addr_text(&route.Source), ostrel_addr_text(&route.Group));
-    ostrel_outf("    Joined %s ago\n", ostrel_amt_dhms(route.JoinTime));
-    ostrel_outf("    Total Packets/Bytes Sent: %lu/%lu\n", route.OutPkts, route.OutBytes);
+    line.add("  Source/Group:(")
+        .add(ostrel_addr_text(&route.Source))
+        .add(',')
+        .add(ostrel_addr_text(&route.Group));
+    line.add(") \n    Joined ").add(ostrel_amt_dhms(route.JoinTime)).add(" ago\n");
+    line.add("    Total Packets/Bytes Sent: ").add(route.OutPkts).add('/').add(route.OutBytes).add('\n');
+    line.emit();
   }
+  line.emit();
 }
 
 void mrib_amt_gw_active_print(const mrib_amt_gw_pod* gateway) {
@@ -49,10 +64,16 @@ void mrib_amt_gw_summary_print(const mrib_amt_gw_summary_pod* gateway) {
               gateway->OutExBytes);
 }
 
-// "address,port": the address in host byte order. Every mode's records carry both.
+// "address,port": the address in host byte order. Every mode's records carry both. Asked after every record,
+// so written by hand as "%08x,%d" writes it.
 template <typename Record>
 bool gateway_key(const Record& gateway, char* key, size_t size) {
-  return ostrel_amt_key(key, size, "%08x,%d", ntohl(gateway.GW_Addr), static_cast<int>(gateway.GW_Port));
+  OstrelLine line(size - 1);
+  ostrel_add_hex(line, ntohl(gateway.GW_Addr), 8).add(',').add_signed(static_cast<int>(gateway.GW_Port));
+  if (!line.fits()) return false;
+  std::memcpy(key, line.text().data(), line.text().size());
+  key[line.text().size()] = '\0';
+  return true;
 }
 
 // ---- Modes -----------------------------------------------------------------------------------------------

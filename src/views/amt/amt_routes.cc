@@ -2,7 +2,9 @@
 // a VRF or those of the -s source and the -g group as typed. How a mode is walked is in amt_mode.h.
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <span>
+#include <string_view>
 
 #include <arpa/inet.h>
 
@@ -13,6 +15,7 @@
 #include "platform/naming.h"
 #include "views/amt/amt.h"
 #include "views/amt/amt_mode.h"
+#include "views/line_pieces.h"
 
 namespace {
 
@@ -29,7 +32,9 @@ void print_entry(const mrib_addrtype& source, const mrib_addrtype& group, uint32
   char entry[256] = "";
   if (ostrel_entry_designation(source, group, length, 0, entry, sizeof entry) < 0)
     std::fputs(kOverflow, stderr);
-  ostrel_outf("\n%s\n", entry);
+  OstrelLine line;
+  line.add('\n').add(entry).add('\n');
+  line.emit();
 }
 
 // " (node)" or " (UL node unknown)", with ", 0x%x" of the underlying interface before the ")" under -P.
@@ -45,22 +50,37 @@ void add_underlying(OstrelLine& line, const mrib_amt_intrf_pod& intf) {
   line.add(')');
 }
 
+// An AMT route's interfaces are printed by the million: their lines are assembled in place.
 void print_interface(const mrib_amt_intrf_pod& intf) {
-  char name[80];
-  std::snprintf(name, sizeof name, "%s", ostrel_ifh_name(intf.Interface, 0));
+  const char* name = ostrel_ifh_name(intf.Interface, 0);
+  std::string_view name_text(name, strnlen(name, 79));  // as a buffer of 80 holds it
   OstrelLine line;
   if (intf.Type == kAmtTunnel) {
-    line.addf("%sAMT Gateway: %s/%u, %s", kIndent, ostrel_amt_dotted(intf.AMTGateway), intf.AMTPort, name);
+    ostrel_add_dotted(line.add(kIndent).add("AMT Gateway: "), intf.AMTGateway);
+    line.add('/').add(uint64_t{intf.AMTPort}).add(", ").add(name_text);
   } else {
-    line.add(kIndent).add(name);
+    line.add(kIndent).add(name_text);
   }
   if (intf.UnderlyingInterface != 0) add_underlying(line, intf);
   line.add(", Up: ").add(ostrel_amt_dhms(intf.Uptime)).add('\n');
+  if (intf.Type != kAmtTunnel) {
+    line.emit();
+    return;
+  }
+  ostrel_add_dotted(line.add(kIndent).add("    Nexthop: "), intf.AMTNexthop).add(", AMT-ID: ");
+  if (int id = static_cast<int>(intf.AMTId); id >= 0) {
+    ostrel_add_padded(line, static_cast<uint64_t>(id), 5);
+  } else {
+    line.addf("%05d", id);
+  }
+  line.add('\n')
+      .add(kIndent)
+      .add("    Total Packets/Bytes Sent: ")
+      .add(intf.OutPkts)
+      .add('/')
+      .add(intf.OutBytes);
+  line.add('\n');
   line.emit();
-  if (intf.Type != kAmtTunnel) return;
-  ostrel_outf("%s    Nexthop: %s, AMT-ID: %05d\n", kIndent, ostrel_amt_dotted(intf.AMTNexthop),
-              static_cast<int>(intf.AMTId));
-  ostrel_outf("%s    Total Packets/Bytes Sent: %lu/%lu\n", kIndent, intf.OutPkts, intf.OutBytes);
 }
 
 void mrib_amt_route_print(const mrib_amt_route_pod* route) {
@@ -93,12 +113,18 @@ void mrib_amt_route_ex_print(const mrib_amt_route_ex_pod* route) {
 
 // ---- Resume keys -----------------------------------------------------------------------------------------
 
-// "source,group" in hexadecimal, without the prefix length that the route view's keys carry.
+// "source,group" in hexadecimal, without the prefix length that the route view's keys carry. Asked after
+// every record: the route view's key, written by hand, is cut instead of formatting one.
 template <typename Record>
 bool source_group_key(const Record& route, char* key, size_t size) {
-  const char* source = ostrel_amt_hex(route.Source);
-  const char* group = ostrel_amt_hex(route.GroupRange.GroupPrefix);
-  return source != nullptr && group != nullptr && ostrel_amt_key(key, size, "%s,%s", source, group);
+  constexpr size_t kLength = sizeof "0a000001,e8010101" - 1;
+  char route_key[32];
+  if (size <= kLength || !ostrel_route_key(route.Source, route.GroupRange.GroupPrefix, kAmtPathLength,
+                                           route_key, sizeof route_key))
+    return false;
+  std::memcpy(key, route_key, kLength);
+  key[kLength] = '\0';
+  return true;
 }
 
 // "source,group,gateway,port": the gateway's address in host byte order.

@@ -8,6 +8,8 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <string_view>
 
 #include "access/output.h"
 #include "access/query.h"
@@ -16,6 +18,7 @@
 #include "platform/naming.h"
 #include "platform/show.h"
 #include "platform/text.h"
+#include "views/line_pieces.h"
 
 namespace {
 
@@ -91,6 +94,19 @@ class PieceLine {
     any_ = true;
   }
 
+  // A piece of `prefix` and `text` as add(size, "<prefix>%s", text) makes it, without printf: the RPF
+  // neighbor's piece is on nearly every route.
+  void add_text(size_t size, std::string_view prefix, const char* text) {
+    Piece piece;
+    OstrelLine cut(size - 1);
+    if (any_) cut.add(", ");
+    cut.add(prefix).add(text);
+    std::memcpy(piece.text, cut.text().data(), cut.text().size());
+    piece.text[cut.text().size()] = '\0';
+    line_.add(piece.text);
+    any_ = true;
+  }
+
   void emit() {
     if (!any_) return;
     ostrel_out("\n  ");
@@ -118,19 +134,25 @@ void print_header(RememberedTable*) {
 }
 
 void print_route_line(const mrib_lib_route_pod& route) {
-  Piece modified{""};
+  OstrelLine line;
+  line.add("\n(")
+      .add(ostrel_source_text(&route.Source))
+      .add(',')
+      .add(ostrel_addr_text(&route.Group))
+      .add('/');
+  ostrel_add_hex(line.add_signed(static_cast<int>(route.GroupLength)).add(") mrib_attr 0x"),
+                 route.MRIBAttributes);
+  line.emit();
   if (route.RouteAttributes != 0 || route.RouteAttributesModified != 0)
-    modified = format_piece(kWidePiece, ", attr/mdf (0x%lx,0x%lx)", route.RouteAttributes,
-                            route.RouteAttributesModified);
-  ostrel_outf("\n(%s,%s/%d) mrib_attr 0x%lx%s", ostrel_source_text(&route.Source),
-              ostrel_addr_text(&route.Group), static_cast<int>(route.GroupLength), route.MRIBAttributes,
-              modified.text);
+    ostrel_out(format_piece(kWidePiece, ", attr/mdf (0x%lx,0x%lx)", route.RouteAttributes,
+                            route.RouteAttributesModified)
+                   .text);
 }
 
 void print_rpf_line(const mrib_lib_route_pod& route) {
   PieceLine line;
   if (!ostrel_addr_is_any(&route.RPFNeighbor))
-    line.add(kWidePiece, "RPF neighbor: %s", ostrel_addr_text(&route.RPFNeighbor));
+    line.add_text(kWidePiece, "RPF neighbor: ", ostrel_addr_text(&route.RPFNeighbor));
   if (route.RPFTableID != 0) line.add(kPiece, "RPF TID: 0x%x", route.RPFTableID);
   if (route.MDTCoreTreeIdentifier.TYPE != 0)
     line.add(kPiece, "MDT CTID: %s", ostrel_ctid_text(&route.MDTCoreTreeIdentifier));
@@ -175,34 +197,30 @@ void print_update_line(const mrib_lib_route_pod& route) {
   line.emit();
 }
 
-const char* dotted(uint32_t address, char (&buffer)[16]) {
-  return inet_ntoa_r(address, buffer, sizeof buffer);
-}
-
+// An interface is printed on every route of the database: its line is assembled in place, and only its
+// optional pieces, rare and cut at their buffers' sizes, are formatted.
 void print_interface(const mrib_lib_intf_pod& intf) {
-  Piece modified{""};
-  Piece next{""};
-  Piece lsm{""};
-  Piece underlying{""};
-  if (intf.InterfaceAttributesSet != 0 || intf.InterfaceAttributesModified != 0)
-    modified = format_piece(kWidePiece, ", attr/mdf (0x%lx,0x%lx)", intf.InterfaceAttributesSet,
-                            intf.InterfaceAttributesModified);
-  if (intf.ModifiedInterfaceListNext != 0)
-    next = format_piece(kPiece, ", mod_next: 0x%lx", intf.ModifiedInterfaceListNext);
-  if (intf.HeadLSMIdentifier != 0) lsm = format_piece(kPiece, ", HLI: 0x%05X", intf.HeadLSMIdentifier);
-  if (intf.UnderlyingInterface != 0)
-    underlying = format_piece(kPiece, ", UL: 0x%x", intf.UnderlyingInterface);
+  OstrelLine line;
   // An interface of any type but 0 is known by its AMT handle; only type 1 carries the AMT tunnel.
-  ostrel_outf("\n    0x%x, mrib_attr 0x%lx%s%s%s%s",
-              intf.Type != 0 ? intf.AMTInterface : intf.InterfaceHandle, intf.MRIBAttributes, modified.text,
-              next.text, lsm.text, underlying.text);
-  if (intf.Type != 1) return;
-  char gateway[16];
-  char source[16];
-  char nexthop[16];
-  ostrel_outf(", %s/%u, S %s, NH %s, MTU %u, TOS %u, TTL %u", dotted(intf.AMTGateway, gateway), intf.AMTPort,
-              dotted(intf.AMTSourceAddress, source), dotted(intf.AMTNexthop, nexthop), intf.AMT_MTU,
-              intf.AMT_TOS, intf.AMT_TTL);
+  ostrel_add_hex(line.add("\n    0x"), intf.Type != 0 ? intf.AMTInterface : intf.InterfaceHandle);
+  ostrel_add_hex(line.add(", mrib_attr 0x"), intf.MRIBAttributes);
+  if (intf.InterfaceAttributesSet != 0 || intf.InterfaceAttributesModified != 0)
+    line.add(format_piece(kWidePiece, ", attr/mdf (0x%lx,0x%lx)", intf.InterfaceAttributesSet,
+                          intf.InterfaceAttributesModified)
+                 .text);
+  if (intf.ModifiedInterfaceListNext != 0)
+    line.add(format_piece(kPiece, ", mod_next: 0x%lx", intf.ModifiedInterfaceListNext).text);
+  if (intf.HeadLSMIdentifier != 0)
+    line.add(format_piece(kPiece, ", HLI: 0x%05X", intf.HeadLSMIdentifier).text);
+  if (intf.UnderlyingInterface != 0)
+    line.add(format_piece(kPiece, ", UL: 0x%x", intf.UnderlyingInterface).text);
+  if (intf.Type == 1) {
+    ostrel_add_dotted(line.add(", "), intf.AMTGateway).add('/').add(uint64_t{intf.AMTPort});
+    ostrel_add_dotted(line.add(", S "), intf.AMTSourceAddress);
+    ostrel_add_dotted(line.add(", NH "), intf.AMTNexthop).add(", MTU ").add(uint64_t{intf.AMT_MTU});
+    line.add(", TOS ").add(uint64_t{intf.AMT_TOS}).add(", TTL ").add(uint64_t{intf.AMT_TTL});
+  }
+  line.emit();
 }
 
 void print_route(const mrib_lib_route_pod& route, RememberedTable* table) {

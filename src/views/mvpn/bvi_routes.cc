@@ -19,6 +19,7 @@
 #include "platform/interface.h"
 #include "platform/mrib_utl.h"
 #include "platform/text.h"
+#include "views/line_pieces.h"
 #include "views/mvpn/bvi.h"
 
 namespace {
@@ -35,45 +36,58 @@ constexpr CycleMessages kListMessages{.read = "Reading result BVI data-list %s\n
 
 // ---- Record ----------------------------------------------------------------------------------------------
 
+// A route's lines are assembled in place: BVI routes are printed by the million.
+
 // The designation line: a text that does not fit is reported and the line printed empty, for the rest of
 // the route still says something.
-void print_designation(const mrib_bvi_route_pod& route) {
+void add_designation(OstrelLine& line, const mrib_bvi_route_pod& route) {
+  const char* name = ostrel_ifh_name(route.BVIIfhandle, 0);
   char ifname[80];
-  std::snprintf(ifname, sizeof ifname, "%s", ostrel_ifh_name(route.BVIIfhandle, 0));
+  const size_t length = strnlen(name, sizeof ifname - 1);
+  std::memcpy(ifname, name, length);
+  ifname[length] = '\0';
   char entry[256];
   int written = mrib_utl_print_bvi_entry(
       route.TableName, ostrel_ipv4_word(route.Source), ostrel_ipv4_word(route.GroupRange.GroupPrefix), ifname,
       static_cast<uint8_t>(route.GroupRange.GroupPrefixLength), entry, static_cast<int>(sizeof entry));
   if (written < 0) std::fputs("buffer overflow in printing BVI route\n", stderr);
-  ostrel_outf("\n%s\n", entry);
+  line.add('\n').add(entry).add('\n');
 }
 
 // The platform data is four words as the platform wrote them, in host order.
-void print_platform_data(const mrib_bvi_route_pod& route) {
+void add_platform_data(OstrelLine& line, const mrib_bvi_route_pod& route) {
   uint32_t words[4];
   static_assert(sizeof words == sizeof route.BVIPlatformData);
   std::memcpy(words, route.BVIPlatformData, sizeof words);
-  ostrel_outf("    Platform Data: {0x%x, 0x%x, 0x%x, 0x%x}\n", words[0], words[1], words[2], words[3]);
-  ostrel_outf("    Platform Length: %d\n", route.BVIPlatformDataLength);
+  line.add("    Platform Data: {0x");
+  ostrel_add_hex(line, words[0]).add(", 0x");
+  ostrel_add_hex(line, words[1]).add(", 0x");
+  ostrel_add_hex(line, words[2]).add(", 0x");
+  ostrel_add_hex(line, words[3]).add("}\n    Platform Length: ").add(uint64_t{route.BVIPlatformDataLength});
+  line.add('\n');
 }
 
-void print_mroutes(const pod_array<mrib_bvi_mroute_pod>& mroutes) {
+void print_mroutes(OstrelLine& line, const pod_array<mrib_bvi_mroute_pod>& mroutes) {
   if (mroutes.count == 0) return;
-  ostrel_out("      MRIB Routes:\n");
-  for (const mrib_bvi_mroute_pod& mroute : std::span(mroutes.data, mroutes.count))
-    ostrel_outf("        (%s,%s/%d)\n\n", ostrel_source_text(&mroute.Source),
-                ostrel_addr_text(&mroute.GroupRange.GroupPrefix),
-                static_cast<uint8_t>(mroute.GroupRange.GroupPrefixLength));
+  line.add("      MRIB Routes:\n");
+  for (const mrib_bvi_mroute_pod& mroute : std::span(mroutes.data, mroutes.count)) {
+    line.add("        (").add(ostrel_source_text(&mroute.Source)).add(',');
+    line.add(ostrel_addr_text(&mroute.GroupRange.GroupPrefix)).add('/');
+    line.add(uint64_t{static_cast<uint8_t>(mroute.GroupRange.GroupPrefixLength)}).add(")\n\n");
+    line.emit();
+  }
 }
 
 // `detail` (-D) adds the reference count.
 void mrib_bvi_route_print(const mrib_bvi_route_pod& route, bool detail) {
-  print_designation(route);
+  OstrelLine line;
+  add_designation(line, route);
   const char* uptime = sprint_dhms64(route.Uptime);
-  ostrel_outf("    Up: %s\n", uptime != nullptr ? uptime : "??:??:??");
-  print_platform_data(route);
-  if (detail) ostrel_outf("    Refcount: %d\n", static_cast<int>(route.RefCount));
-  print_mroutes(route.MRoute);
+  line.add("    Up: ").add(uptime != nullptr ? uptime : "??:??:??").add('\n');
+  add_platform_data(line, route);
+  if (detail) line.add("    Refcount: ").add_signed(static_cast<int>(route.RefCount)).add('\n');
+  line.emit();
+  print_mroutes(line, route.MRoute);
 }
 
 void print_route(const mrib_bvi_route_pod& route, bool* detail) {
@@ -125,11 +139,14 @@ constexpr PathRow kPaths[] = {
 // "0x%x,source,group,length": the handle, then the route's key with both addresses in hexadecimal. A route
 // whose addresses have no such text gives no key, and the walk ends with it.
 bool bvi_route_resume_key(const mrib_bvi_route_pod& route, char* key, size_t size, bool*) {
-  int length = std::snprintf(key, size, "0x%x,", route.BVIIfhandle);
-  if (length < 0 || static_cast<size_t>(length) >= size) return false;
+  // Asked after every route: "0x%x," written by hand.
+  OstrelLine handle(size - 1);
+  ostrel_add_hex(handle.add("0x"), route.BVIIfhandle).add(',');
+  const size_t length = handle.text().size();
+  if (!handle.fits() || length >= size) return false;
+  std::memcpy(key, handle.text().data(), length);
   return ostrel_route_key(route.Source, route.GroupRange.GroupPrefix,
-                          static_cast<int>(route.GroupRange.GroupPrefixLength), key + length,
-                          size - static_cast<size_t>(length));
+                          static_cast<int>(route.GroupRange.GroupPrefixLength), key + length, size - length);
 }
 
 void list_routes(vellum_handle_t handle, bool* detail) {

@@ -14,6 +14,7 @@
 #include "access/text_helpers.h"
 #include "platform/naming.h"
 #include "platform/text.h"
+#include "views/line_pieces.h"
 #include "views/mvpn/batched_listing.h"
 #include "views/mvpn/encap.h"
 
@@ -42,86 +43,107 @@ const char* turnaround_text(uint32_t word) {
   return word != 0 ? "TRUE" : "FALSE";
 }
 
-void print_gre(const pod_array<uint8_t>& key) {
-  char source[16];
-  char destination[16];
-  ostrel_outf("      GRE: (%s, %s)\n", inet_ntoa_r(key_word(key, 0), source, sizeof source),
-              inet_ntoa_r(key_word(key, 1), destination, sizeof destination));
-  ostrel_outf("      MDT: 0x%x", key_word(key, 2));
+// Each record is assembled in one line and emitted whenever an array's element or a text of unbounded length
+// could overfill it: an encapsulation ID is printed by the million, and a printf call per piece cost more
+// than the rest of the view.
+
+void print_gre(OstrelLine& line, const pod_array<uint8_t>& key) {
+  line.add("      GRE: (");
+  ostrel_add_dotted(line, key_word(key, 0)).add(", ");
+  ostrel_add_dotted(line, key_word(key, 1)).add(")\n      MDT: 0x");
+  ostrel_add_hex(line, key_word(key, 2));
 }
 
-void print_lsm(const pod_array<uint8_t>& key) {
-  ostrel_outf("      LSM-ID: 0x%05x      MDT: 0x%x   Turnaround: %s", key_word(key, 0), key_word(key, 1),
-              turnaround_text(key_word(key, 2)));
+void print_lsm(OstrelLine& line, const pod_array<uint8_t>& key) {
+  line.add("      LSM-ID: 0x");
+  ostrel_add_hex(line, key_word(key, 0), 5).add("      MDT: 0x");
+  ostrel_add_hex(line, key_word(key, 1)).add("   Turnaround: ").add(turnaround_text(key_word(key, 2)));
 }
 
-void print_te(const pod_array<uint8_t>& key) {
-  ostrel_outf("      TE handle: 0x%x   Turnaround: %s", key_word(key, 0), turnaround_text(key_word(key, 1)));
+void print_te(OstrelLine& line, const pod_array<uint8_t>& key) {
+  line.add("      TE handle: 0x");
+  ostrel_add_hex(line, key_word(key, 0)).add("   Turnaround: ").add(turnaround_text(key_word(key, 1)));
 }
 
 struct OleTypeRow {
   uint32_t type;  // the core tree ID type
-  void (*print)(const pod_array<uint8_t>& key);
+  void (*print)(OstrelLine& line, const pod_array<uint8_t>& key);
 };
 
 constexpr OleTypeRow kOleTypes[] = {{6, print_gre}, {5, print_lsm}, {2, print_te}};
 
 // An entry of a type without a row shows its number and length only, and still ends its line.
-void print_oles(const pod_array<mrib_encapid_ole_pod>& oles) {
-  ostrel_out("Oles:\n");
+void print_oles(OstrelLine& line, const pod_array<mrib_encapid_ole_pod>& oles) {
+  line.add("Oles:\n");
   int number = 0;
   for (const mrib_encapid_ole_pod& ole : ostrel_items(oles)) {
-    ostrel_outf("  [%d] type: 0x%x, len: %d\n", ++number, ole.TYPE, static_cast<int>(ole.OleKey.count));
+    line.add("  [").add_signed(++number).add("] type: 0x");
+    ostrel_add_hex(line, ole.TYPE).add(", len: ").add_signed(static_cast<int>(ole.OleKey.count)).add('\n');
     for (const OleTypeRow& row : kOleTypes)
-      if (row.type == ole.TYPE) row.print(ole.OleKey);
-    ostrel_out("\n");
+      if (row.type == ole.TYPE) row.print(line, ole.OleKey);
+    line.add('\n');
+    line.emit();
   }
 }
 
 // ---- Nodes, tables and history ---------------------------------------------------------------------------
 
 // Seven nodes to a line; the continuation lines up under the first node.
-void print_nodes(const pod_array<mrib_encapid_node_pod>& nodes) {
+void print_nodes(OstrelLine& line, const pod_array<mrib_encapid_node_pod>& nodes) {
   uint64_t index = 0;
   for (const mrib_encapid_node_pod& node : ostrel_items(nodes)) {
-    if (index != 0 && index % 7 == 0) ostrel_out("\n        ");
+    if (index != 0 && index % 7 == 0) line.add("\n        ");
     ++index;
     char name[79];
     if (nodeid_to_str_external(node.NodeID, name, sizeof name) == kCerrOk) {
-      ostrel_outf(" %s[%u]", name, node.Refcount);
+      line.add(' ').add(name);
     } else {
-      ostrel_outf(" Un0x%x[%u]", node.NodeID, node.Refcount);
+      ostrel_add_hex(line.add(" Un0x"), node.NodeID);
     }
+    line.add('[').add(uint64_t{node.Refcount}).add(']');
+    line.emit();
   }
 }
 
-void print_history(const mrib_encapid_pod& encap) {
-  ostrel_out("\nRedist History:\n");
+void print_history(OstrelLine& line, const mrib_encapid_pod& encap) {
+  line.add("\nRedist History:\n");
   for (const mrib_encapid_redist_pod& redist : encap.RedistInfo) {
     if (redist.client_id == kUnusedClient) continue;
     const char* when = sprint_dhms64(redist.client_redist_time);
-    ostrel_outf("client id %d redist time: %s redist flags 0x%x\n", static_cast<int>(redist.client_id),
-                when != nullptr ? when : "??:??:??", static_cast<uint32_t>(redist.redist_flags));
+    line.add("client id ").add_signed(static_cast<int>(redist.client_id)).add(" redist time: ");
+    ostrel_add_hex(line.add(when != nullptr ? when : "??:??:??").add(" redist flags 0x"), redist.redist_flags)
+        .add('\n');
   }
 }
 
 // ---- Record ----------------------------------------------------------------------------------------------
 
-void print_identity(const mrib_encapid_pod& encap) {
-  ostrel_out("\nEncap ID Key    : ");
-  for (uint8_t byte : ostrel_items(encap.EncapIDKey)) ostrel_outf("%02X", byte);
-  ostrel_out("\n");
-  ostrel_outf("Encap ID Length : %d\n", static_cast<int>(encap.EncapIDKey.count));
-  ostrel_outf("Encap ID Value  : %d\n", static_cast<int>(encap.EncapID));
-  if (encap.Annotation != nullptr && encap.Annotation[0] != '\0') ostrel_outf("%s\n", encap.Annotation);
+void print_identity(OstrelLine& line, const mrib_encapid_pod& encap) {
+  line.add("\nEncap ID Key    : ");
+  for (uint8_t byte : ostrel_items(encap.EncapIDKey)) {
+    if (line.room() <= 2) line.emit();
+    ostrel_add_hex(line, byte, 2, true);
+  }
+  line.emit();
+  line.add("\nEncap ID Length : ").add_signed(static_cast<int>(encap.EncapIDKey.count));
+  line.add("\nEncap ID Value  : ").add_signed(static_cast<int>(encap.EncapID)).add('\n');
+  line.emit();
+  if (encap.Annotation != nullptr && encap.Annotation[0] != '\0') {
+    ostrel_out(encap.Annotation);
+    ostrel_out("\n");
+  }
 }
 
-void print_states(const mrib_encapid_pod& encap) {
+void print_states(OstrelLine& line, const mrib_encapid_pod& encap) {
   if (ostrel_private)
     ostrel_outf("Encap node : 0x%lx, Dep route List : 0x%lx Dep label List: 0x%lx\n", encap.EncapsulationNode,
                 encap.DependencyRouteList, encap.DependencyLabelList);
-  ostrel_outf("Flags (Vrflite(v4/v6),Stale,v6): %c/%c, %c, %c\n", yes_no(encap.VrfLite),
-              yes_no(encap.V6VrfLite), yes_no(encap.Stale), yes_no(encap.IPV6Usage));
+  line.add("Flags (Vrflite(v4/v6),Stale,v6): ")
+      .add(yes_no(encap.VrfLite))
+      .add('/')
+      .add(yes_no(encap.V6VrfLite));
+  line.add(", ").add(yes_no(encap.Stale)).add(", ").add(yes_no(encap.IPV6Usage)).add('\n');
+  line.emit();
   if (ostrel_private)
     ostrel_outf("In PD Retry: %c\nIs Label Encap: %c\nIs WTX failed: %c\n", yes_no(encap.InPDRetryList),
                 yes_no(encap.IsLabelEncap), yes_no(encap.IsWTXCommunicationFailed));
@@ -134,18 +156,22 @@ void print_states(const mrib_encapid_pod& encap) {
 }
 
 void mrib_encapid_print(const mrib_encapid_pod& encap, void*) {
-  print_identity(encap);
-  print_states(encap);
-  print_oles(encap.EncapIdOle);
-  ostrel_out("Primary:");
-  print_nodes(encap.NodeIDList);
-  ostrel_out("\nBackup:");
-  print_nodes(encap.BackupNodeIDList);
-  ostrel_out("\nTableId:");
-  for (const mrib_encapid_tblid_pod& table : ostrel_items(encap.EncapTIdList))
-    ostrel_outf(" 0x%x[%u]\n", table.ETableID, table.Refcount);
-  print_history(encap);
-  ostrel_out("\n");
+  OstrelLine line;
+  print_identity(line, encap);
+  print_states(line, encap);
+  print_oles(line, encap.EncapIdOle);
+  line.add("Primary:");
+  print_nodes(line, encap.NodeIDList);
+  line.add("\nBackup:");
+  print_nodes(line, encap.BackupNodeIDList);
+  line.add("\nTableId:");
+  for (const mrib_encapid_tblid_pod& table : ostrel_items(encap.EncapTIdList)) {
+    ostrel_add_hex(line.add(" 0x"), table.ETableID).add('[').add(uint64_t{table.Refcount}).add("]\n");
+    line.emit();
+  }
+  print_history(line, encap);
+  line.add('\n');
+  line.emit();
 }
 
 void print_summary(const mrib_encapid_summary& summary, void*) {

@@ -3,20 +3,37 @@
 #include "views/mvpn/iir.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "access/output.h"
 #include "access/query.h"
 #include "access/session.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
+#include "views/line_pieces.h"
 #include "views/mvpn/batched_listing.h"
 
 namespace {
 
 constexpr char kElementName[] = "ostrel_iir_intf_element";
 
+// The lines every interface has are assembled in place: IIR interfaces are printed by the thousand and more.
 void print_heading(const mrib_iir_intf_pod& intf) {
-  // The child count is the server's own counter; parents and routes are counted from the lists it sent.
+  // The child count is the server's own counter; parents and routes are counted from the lists it sent. The
+  // name is a text of up to 80 characters, which the line holds whole.
+  OstrelLine line;
+  line.add('\n').add(ostrel_text_or_empty(intf.IIRInterfaceName)).add(" [0x");
+  ostrel_add_hex(line, intf.IIRInterface).add("], Flags: ").add(intf.IsVirtualInterface ? "V" : "");
+  line.add(intf.IsIIRNotifiedInterface ? "I" : "").add(intf.IsDeleteInProgress ? "D" : "");
+  line.add(", Childcount: ").add_signed(static_cast<int>(intf.ChildCount));
+  line.add(", Parentcount: ").add_signed(static_cast<int>(intf.ParentList.count));
+  line.add(", Routecount: ").add_signed(static_cast<int>(intf.RouteList.count));
+  line.add(", Threshold: ").add_signed(static_cast<int>(intf.RehashThreshold)).add(' ');
+  line.add(intf.RehashThreshold == 0 ? "(Not Enabled)" : "").add('\n');
+  if (line.fits()) {
+    line.emit();
+    return;
+  }
   ostrel_outf(
       "\n%s [0x%x], Flags: %s%s%s, Childcount: %d, Parentcount: %d, Routecount: %d, Threshold: %d %s\n",
       ostrel_text_or_empty(intf.IIRInterfaceName), intf.IIRInterface, intf.IsVirtualInterface ? "V" : "",
@@ -41,8 +58,11 @@ bool has_if_name(const mrib_iir_intf_pod& intf) {
 }
 
 void print_types(const mrib_iir_intf_pod& intf) {
-  ostrel_outf("if_char: 0x%x, if_type: 0x%x parent_if_type 0x%x", intf.InterfaceCharacter, intf.InterfaceType,
-              intf.ParentInterfaceType);
+  OstrelLine line;
+  ostrel_add_hex(line.add("if_char: 0x"), intf.InterfaceCharacter).add(", if_type: 0x");
+  ostrel_add_hex(line, intf.InterfaceType).add(" parent_if_type 0x");
+  ostrel_add_hex(line, intf.ParentInterfaceType);
+  line.emit();
   if (has_if_name(intf))
     ostrel_outf(", if_name: %s, if_ul_index %d", ostrel_text_or_empty(intf.IfName),
                 static_cast<int>(intf.InterfaceULIndex));
@@ -71,8 +91,16 @@ void print_children(const mrib_iir_intf_pod& intf) {
 
 void print_parents(const mrib_iir_intf_pod& intf) {
   ostrel_out("ParentList:\n");
-  for (const mrib_iir_sub_node_pod& parent : ostrel_items(intf.ParentList))
-    ostrel_outf("  %s [0x%x]\n", ostrel_text_or_empty(parent.SubInterfaceName), parent.SubInterface);
+  for (const mrib_iir_sub_node_pod& parent : ostrel_items(intf.ParentList)) {
+    const char* name = ostrel_text_or_empty(parent.SubInterfaceName);
+    OstrelLine line;
+    ostrel_add_hex(line.add("  ").add(name).add(" [0x"), parent.SubInterface).add("]\n");
+    if (line.fits()) {
+      line.emit();
+    } else {
+      ostrel_outf("  %s [0x%x]\n", name, parent.SubInterface);
+    }
+  }
 }
 
 // A piece of a route or label line: 30 bytes, as the line is built.
@@ -91,14 +119,22 @@ void print_routes(const mrib_iir_intf_pod& intf) {
   for (const mrib_iir_route_pod& route : ostrel_items(intf.RouteList)) {
     Piece entry = ostrel_private ? entry_piece(route.EntryPointer) : Piece{};
     Piece hash;
-    if (route.ChildInterface != 0)
-      std::snprintf(hash.text, sizeof hash.text, ", Hashed If: 0x%x", route.ChildInterface);
-    // Two address texts come from one ring and the interface name from a buffer of its own, so all three
-    // are alive together in the one call.
-    ostrel_outf("  0x%x:(%s, %s/%d), %s (0x%x)%s%s\n", route.IIRRouteTableID,
-                ostrel_source_text(&route.IIRSourceAddress), ostrel_addr_text(&route.IIRGroupAddress),
-                static_cast<int>(route.IIRGroupPrefixLength), ostrel_ifh_name(route.VirtualInterface, 1),
-                route.VirtualInterface, hash.text, entry.text);
+    if (route.ChildInterface != 0) {
+      OstrelLine piece(sizeof hash.text - 1);
+      ostrel_add_hex(piece.add(", Hashed If: 0x"), route.ChildInterface);
+      std::memcpy(hash.text, piece.text().data(), piece.text().size());
+    }
+    // The interface name comes from a buffer of its own and the addresses from a ring, and all are copied
+    // into the line at once; the name is at most 80 characters, so the line holds it.
+    OstrelLine line;
+    ostrel_add_hex(line.add("  0x"), route.IIRRouteTableID)
+        .add(":(")
+        .add(ostrel_source_text(&route.IIRSourceAddress));
+    line.add(", ").add(ostrel_addr_text(&route.IIRGroupAddress)).add('/');
+    line.add_signed(static_cast<int>(route.IIRGroupPrefixLength)).add("), ");
+    ostrel_add_hex(line.add(ostrel_ifh_name(route.VirtualInterface, 1)).add(" (0x"), route.VirtualInterface);
+    line.add(')').add(hash.text).add(entry.text).add('\n');
+    line.emit();
   }
 }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <string_view>
 
 #include "access/output.h"
 #include "access/query.h"
@@ -30,43 +31,50 @@ struct LsmWalk {
 };
 
 // The tunnel as its lines name it, at most 63 characters.
-const char* tunnel_text(const mrib_mpls_db_pod& entry, char (&buffer)[64]) {
+std::string_view tunnel_text(const mrib_mpls_db_pod& entry, OstrelLine& buffer) {
   if (entry.CTIDType == kLsmIdType) {
-    std::snprintf(buffer, sizeof buffer, "%u", entry.MTEInterface);
+    buffer.add(uint64_t{entry.MTEInterface});
   } else {
-    std::snprintf(buffer, sizeof buffer, "%s",
-                  entry.MTEInterface == 0 ? "<unknown>" : ostrel_ifh_name(entry.MTEInterface, 0));
+    buffer.add(entry.MTEInterface == 0 ? "<unknown>" : ostrel_ifh_name(entry.MTEInterface, 0));
   }
-  return buffer;
+  return buffer.text();
 }
 
 // Seven identifiers to a line. A count beyond what the array holds shows what it holds (an empty array
 // leaves the tunnel's line bare): the rest was never sent, and reading on would show whatever memory
-// follows.
-void print_identifiers(const mrib_mpls_db_pod& entry) {
+// follows. Entries are printed by the million, so their lines are assembled in place.
+void print_identifiers(const mrib_mpls_db_pod& entry, OstrelLine& line) {
   if (entry.EncapCount == 0) {
-    ostrel_out("\n    No encap ole linked to MRIB CE entry\n");
+    line.add("\n    No encap ole linked to MRIB CE entry\n");
     return;
   }
   uint64_t shown = std::min<uint64_t>(entry.EncapCount, entry.EncapIdentifiers.count);
   for (uint64_t i = 0; i < shown; ++i) {
-    if (i % 7 == 0) ostrel_out("\n   ");
-    ostrel_outf(" %u", entry.EncapIdentifiers.data[i]);
+    if (i % 7 == 0) {
+      line.emit();
+      line.add("\n   ");
+    }
+    line.add(' ').add(uint64_t{entry.EncapIdentifiers.data[i]});
   }
-  ostrel_out("\n");
+  line.add('\n');
 }
 
 void print_entry(const mrib_mpls_db_pod& entry, LsmWalk* walk) {
-  char tunnel[64];
+  OstrelLine tunnel(63);
   tunnel_text(entry, tunnel);
+  OstrelLine line;
   if (!walk->summary) {
-    ostrel_outf("Tunnel Interface/LSMID: %s", tunnel);
-    print_identifiers(entry);
+    line.add("Tunnel Interface/LSMID: ").add(tunnel.text());
+    print_identifiers(entry, line);
+    line.emit();
     return;
   }
-  if (!walk->headed) ostrel_out("Interface/LSMID N. of routes\n--------------- ------------\n");
+  if (!walk->headed) line.add("Interface/LSMID N. of routes\n--------------- ------------\n");
   walk->headed = true;
-  ostrel_outf("%-15s %u\n", tunnel, entry.EncapCount);
+  line.add(tunnel.text());
+  for (size_t pad = tunnel.text().size(); pad < 15; ++pad) line.add(' ');
+  line.add(' ').add(uint64_t{entry.EncapCount}).add('\n');
+  line.emit();
 }
 
 void show_interface(vellum_handle_t handle, const char* ifname, LsmWalk* walk) {
