@@ -38,10 +38,10 @@ constexpr uint32_t kAmtPort = 2268;
 
 // Listings are ordered by their keys' text, so keys made of numbers are made of numbers of one width: a
 // decimal or hexadecimal base with room for the largest --routes above it.
-constexpr uint32_t kLsmIdBase = 20000000;       // "20000000,2" .. : MPLS tunnels' LSM IDs
-constexpr uint32_t kEncapIdBase = 10000000;     // encapsulation IDs
-constexpr uint32_t kIirHandleBase = 0x20000000; // the IIR sub-interfaces' handles
-constexpr uint32_t kGatewayBase = 0x64400001;   // 100.64.0.1 on: one AMT gateway per route
+constexpr uint32_t kLsmIdBase = 20000000;        // "20000000,2" .. : MPLS tunnels' LSM IDs
+constexpr uint32_t kEncapIdBase = 10000000;      // encapsulation IDs
+constexpr uint32_t kIirHandleBase = 0x20000000;  // the IIR sub-interfaces' handles
+constexpr uint32_t kGatewayBase = 0x64400001;    // 100.64.0.1 on: one AMT gateway per route
 
 uint32_t bundle_handle(uint32_t index) {
   return 0x400 + index * 8;
@@ -452,23 +452,40 @@ std::string base_fixture(const GenerateSettings& s) {
     add_interface(&fixture, bvi_handle(j), "BVI" + std::to_string(j + 1));
     char handle[16];
     std::snprintf(handle, sizeof handle, "0x%x", bvi_handle(j));
-    fixture["items"].push_back({{"path", std::string(kOperRoot) + "process/bvi_intf/" + handle},
-                                {"type", "mrib_bvi_interface_pod"},
-                                {"value", {{"BVI_Name", handle}, {"Table_Id", kTableId}, {"TableName", s.vrf}}}});
+    fixture["items"].push_back(
+        {{"path", std::string(kOperRoot) + "process/bvi_intf/" + handle},
+         {"type", "mrib_bvi_interface_pod"},
+         {"value", {{"BVI_Name", handle}, {"Table_Id", kTableId}, {"TableName", s.vrf}}}});
   }
   fixture["nodes"] = {{{"id", "0x800"}, {"name", "0/0/CPU0"}}, {{"id", "0x810"}, {"name", "0/1/CPU0"}}};
   fixture["fapids"] = {{{"id", "0x800"}, {"name", "0/0/CPU0"}}};
-  fixture["items"].push_back(
-      {{"path", std::string(kOperRoot) + "process/clients-id/" + kClient + ",1"},
-       {"type", "mrib_client_pod"},
-       {"value",
-        {{"ClientConnectionID", 3}, {"ClientID", 7}, {"IsActive", true}, {"RegisteredTableCount", 1},
-         {"ClientType", 1}, {"ClientReadState", 2}, {"ClientUptimeInSecs", 608400}, {"ClientName", kClient},
-         {"ClientInstanceID", "1"}, {"PurgeDelaySecs", 120}, {"NSFCapable", true}}}});
+  fixture["items"].push_back({{"path", std::string(kOperRoot) + "process/clients-id/" + kClient + ",1"},
+                              {"type", "mrib_client_pod"},
+                              {"value",
+                               {{"ClientConnectionID", 3},
+                                {"ClientID", 7},
+                                {"IsActive", true},
+                                {"RegisteredTableCount", 1},
+                                {"ClientType", 1},
+                                {"ClientReadState", 2},
+                                {"ClientUptimeInSecs", 608400},
+                                {"ClientName", kClient},
+                                {"ClientInstanceID", "1"},
+                                {"PurgeDelaySecs", 120},
+                                {"NSFCapable", true}}}});
   std::string table = route_table_dir(s.vrf);
-  fixture["dirs"] = {table + "routedb/", table + "routeratedb/", table + "routedb-ole/", table + kRouteMibDir,
-                     table + "amt-routedb/", table + "amt-gw/", client_route_dir(), kBviRouteDir, kMplsDir,
-                     kEncapDir, kIirDir, "/cfg/gl/mcast/ord_v/" + s.vrf + "/ipv4/"};
+  fixture["dirs"] = {table + "routedb/",
+                     table + "routeratedb/",
+                     table + "routedb-ole/",
+                     table + kRouteMibDir,
+                     table + "amt-routedb/",
+                     table + "amt-gw/",
+                     client_route_dir(),
+                     kBviRouteDir,
+                     kMplsDir,
+                     kEncapDir,
+                     kIirDir,
+                     "/cfg/gl/mcast/ord_v/" + s.vrf + "/ipv4/"};
   return fixture.dump();
 }
 
@@ -478,8 +495,8 @@ bool encode(const pod_desc& desc, const void* record, std::string* bytes, std::s
 }
 
 template <typename Record>
-bool put(StoreWriter& w, std::string_view dir, std::string_view name, const Record& record, std::string* bytes,
-         std::string* error) {
+bool put(StoreWriter& w, std::string_view dir, std::string_view name, const Record& record,
+         std::string* bytes, std::string* error) {
   return encode(*OstrelPod<Record>::desc, &record, bytes, error) && w.item(dir, name, *bytes, error);
 }
 
