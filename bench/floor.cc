@@ -39,7 +39,8 @@ int main(int argc, char** argv) {
     return fail(db, "open");
   sqlite3_stmt* batch = nullptr;
   const char* sql =
-      "SELECT name, datatype, data FROM items WHERE dir = ?1 AND name > ?2 ORDER BY name LIMIT ?3";
+      "SELECT name, datatype, data FROM items WHERE dir = (SELECT id FROM dirs WHERE path = ?1) "
+      "AND name > ?2 ORDER BY name LIMIT ?3";
   if (sqlite3_prepare_v2(db, sql, -1, &batch, nullptr) != SQLITE_OK) return fail(db, "prepare");
 
   static char out[1 << 16];

@@ -9,13 +9,16 @@ inline constexpr const char* kStoreFileName = "vellum.db";
 
 // Bumped whenever a table below changes shape or the records it holds change their wire format; a root built
 // by another format is refused, so a stale root is rebuilt rather than read item by item into errors.
-// 2: records as decoded images. 3: item data packed (record_pack.h).
-inline constexpr int kStoreFormatVersion = 3;
+// 2: records as decoded images. 3: item data packed (record_pack.h). 4: directories by number.
+inline constexpr int kStoreFormatVersion = 4;
+
+// The number of the directory "/" in `dirs`; the others are numbered from it on, in any order.
+inline constexpr int kRootDirId = 1;
 
 inline constexpr const char* kStoreSchema = R"sql(
 PRAGMA page_size = 65536;
 CREATE TABLE items (
-  dir TEXT NOT NULL,
+  dir INTEGER NOT NULL,
   name TEXT NOT NULL,
   datatype INTEGER NOT NULL,
   data BLOB NOT NULL,
@@ -23,14 +26,17 @@ CREATE TABLE items (
 ) WITHOUT ROWID;
 CREATE TABLE aliases (
   path TEXT PRIMARY KEY,
-  dir TEXT NOT NULL,
+  dir INTEGER NOT NULL,
   name TEXT NOT NULL
 ) WITHOUT ROWID;
 CREATE TABLE dirs (
-  parent TEXT NOT NULL,
-  name TEXT NOT NULL,
-  PRIMARY KEY (parent, name)
-) WITHOUT ROWID;
+  id INTEGER PRIMARY KEY,
+  path TEXT NOT NULL,
+  parent INTEGER NOT NULL,
+  name TEXT NOT NULL
+);
+CREATE UNIQUE INDEX dirs_by_path ON dirs (path);
+CREATE UNIQUE INDEX dirs_by_parent ON dirs (parent, name);
 CREATE TABLE interfaces (handle INTEGER PRIMARY KEY, name TEXT NOT NULL);
 CREATE TABLE nodes (id INTEGER PRIMARY KEY, name TEXT NOT NULL);
 CREATE TABLE fapids (id INTEGER PRIMARY KEY, name TEXT NOT NULL);

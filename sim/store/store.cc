@@ -65,17 +65,21 @@ using Statement = std::unique_ptr<sqlite3_stmt, StmtFinalizer>;
 
 enum StatementId { kBatch, kDirExists, kItem, kAlias, kNames, kRank, kStatementCount };
 
+// A directory path (?1) to its number: SQLite runs the subquery once per statement run, and a directory
+// that does not exist gives NULL, which matches no row.
+#define OSTREL_DIR_ID "(SELECT id FROM dirs WHERE path = ?1)"
 constexpr const char* kStatementSql[kStatementCount] = {
-    "SELECT name, datatype, data FROM items WHERE dir = ?1 AND name > ?2 ORDER BY name LIMIT ?3",
-    "SELECT 1 FROM dirs WHERE parent = ?1 AND name = ?2",
-    "SELECT datatype, data FROM items WHERE dir = ?1 AND name = ?2",
+    "SELECT name, datatype, data FROM items WHERE dir = " OSTREL_DIR_ID
+    " AND name > ?2 ORDER BY name LIMIT ?3",
+    "SELECT 1 FROM dirs WHERE path = ?1",
+    "SELECT datatype, data FROM items WHERE dir = " OSTREL_DIR_ID " AND name = ?2",
     "SELECT i.datatype, i.data FROM aliases a JOIN items i ON i.dir = a.dir AND i.name = a.name "
     "WHERE a.path = ?1",
-    "SELECT name FROM (SELECT name FROM dirs WHERE parent = ?1 UNION ALL SELECT name FROM items WHERE dir = "
-    "?1) "
-    "WHERE name > ?2 ORDER BY name LIMIT ?3",
-    "SELECT count(*) FROM items WHERE dir = ?1 AND name <= ?2",
+    "SELECT name FROM (SELECT name FROM dirs WHERE parent = " OSTREL_DIR_ID
+    " UNION ALL SELECT name FROM items WHERE dir = " OSTREL_DIR_ID ") WHERE name > ?2 ORDER BY name LIMIT ?3",
+    "SELECT count(*) FROM items WHERE dir = " OSTREL_DIR_ID " AND name <= ?2",
 };
+#undef OSTREL_DIR_ID
 
 // Per-process store state: statements prepared once against the current root, the live handles, and how
 // many batches each directory has been asked for (the "datalist" fault counts batches).
@@ -126,12 +130,9 @@ bool bound(vellum_handle_t handle) {
 }
 
 bool dir_exists(std::string_view dir) {
-  if (dir == "/") return true;
   sqlite3_stmt* stmt = statement(kDirExists);
   if (!stmt) return false;
-  PathSplit split = split_dir(dir);
-  bind_text(stmt, 1, split.parent);
-  bind_text(stmt, 2, split.name);
+  bind_text(stmt, 1, dir);
   return sqlite3_step(stmt) == SQLITE_ROW;
 }
 

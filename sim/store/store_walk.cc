@@ -1,5 +1,5 @@
 // The subtree walk: per level of depth, one cursor over the directory's items and one over its
-// subdirectories, both in the clustered key order of their tables, merged by name.
+// subdirectories, both in key order, merged by name.
 #include "sim/store/store_walk.h"
 
 #include <sqlite3.h>
@@ -49,7 +49,7 @@ void bind_text(sqlite3_stmt* stmt, int index, std::string_view text) {
 }  // namespace
 
 struct StoreWalk::Level {
-  std::string dir;  // bound to both cursors while they run
+  std::string dir;  // its path, ending in "/"
   Statement items;
   Statement subdirs;
   bool on_item = false;
@@ -64,31 +64,27 @@ StoreWalk::~StoreWalk() = default;
 cerr_t StoreWalk::start(std::string_view dir) {
   depth_ = 0;
   std::string top = as_dir(join("/", dir));
-  if (top != "/") {
-    Statement exists;
-    if (!prepare("SELECT 1 FROM dirs WHERE parent = ?1 AND name = ?2", &exists)) return kStoreUnavailable;
-    PathSplit split = split_dir(top);
-    bind_text(exists.get(), 1, split.parent);
-    bind_text(exists.get(), 2, split.name);
-    bool found = false;
-    if (cerr_t status = step(exists.get(), &found)) return status;
-    if (!found) return kStoreNotFound;
-  }
-  return enter(top);
+  Statement find;
+  if (!prepare("SELECT id FROM dirs WHERE path = ?1", &find)) return kStoreUnavailable;
+  bind_text(find.get(), 1, top);
+  bool found = false;
+  if (cerr_t status = step(find.get(), &found)) return status;
+  if (!found) return kStoreNotFound;
+  return enter(top, sqlite3_column_int64(find.get(), 0));
 }
 
-cerr_t StoreWalk::enter(std::string_view dir) {
+cerr_t StoreWalk::enter(std::string_view dir, int64_t id) {
   if (depth_ == levels_.size()) levels_.push_back(std::make_unique<Level>());
   Level& level = *levels_[depth_];
   if (!prepare("SELECT name, datatype, data FROM items WHERE dir = ?1 ORDER BY name", &level.items) ||
-      !prepare("SELECT name FROM dirs WHERE parent = ?1 ORDER BY name", &level.subdirs)) {
+      !prepare("SELECT name, id FROM dirs WHERE parent = ?1 ORDER BY name", &level.subdirs)) {
     return kStoreUnavailable;
   }
   sqlite3_reset(level.items.get());
   sqlite3_reset(level.subdirs.get());
   level.dir.assign(dir);
-  bind_text(level.items.get(), 1, level.dir);
-  bind_text(level.subdirs.get(), 1, level.dir);
+  sqlite3_bind_int64(level.items.get(), 1, id);
+  sqlite3_bind_int64(level.subdirs.get(), 1, id);
   level.item_given = false;
   ++depth_;
   if (cerr_t status = step(level.items.get(), &level.on_item)) return status;
@@ -119,7 +115,7 @@ cerr_t StoreWalk::next(WalkedItem* item) {
     if (level.on_subdir) {
       // The child's directory is copied before the parent's cursor moves past its name.
       path_.assign(level.dir).append(column_text(level.subdirs.get(), 0));
-      if (cerr_t status = enter(path_)) return status;
+      if (cerr_t status = enter(path_, sqlite3_column_int64(level.subdirs.get(), 1))) return status;
       if (cerr_t status = step(level.subdirs.get(), &level.on_subdir)) return status;
       continue;
     }

@@ -43,7 +43,7 @@ class StoreWalk {
 
  private:
   struct Level;
-  [[nodiscard]] cerr_t enter(std::string_view dir);
+  [[nodiscard]] cerr_t enter(std::string_view dir, int64_t id);
 
   std::vector<std::unique_ptr<Level>> levels_;  // kept when left, with their prepared statements
   size_t depth_ = 0;                            // levels in use

@@ -21,8 +21,8 @@ std::string packed(const std::string& record) {
 TEST(RecordPackTest, ShortZeroRunsStayInTheLiteralAndLongOnesAreLeftOut) {
   EXPECT_EQ(packed(""), "\x00"s);
   EXPECT_EQ(packed("\0\0\0"s), "\x03"s);
-  EXPECT_EQ(packed("a\0\0\0\0\0\0\0b"s), "\x09\x00\x09" "a\0\0\0\0\0\0\0b"s);
-  EXPECT_EQ(packed("a\0\0\0\0\0\0\0\0b\0"s), "\x0b\x00\x01" "a" "\x08\x01" "b"s);
+  EXPECT_EQ(packed("a\0\0\0\0\0\0\0b"s), "\x09\x00\x09"s + "a\0\0\0\0\0\0\0b"s);
+  EXPECT_EQ(packed("a\0\0\0\0\0\0\0\0b\0"s), "\x0b\x00\x01"s + "a\x08\x01"s + "b");
   EXPECT_EQ(packed("\0\0x"s), "\x03\x02\x01x"s);
   // Lengths from 128 on take two varint bytes.
   EXPECT_EQ(packed(std::string(200, '\0') + "z"), "\xc9\x01\xc8\x01\x01z"s);
@@ -31,8 +31,8 @@ TEST(RecordPackTest, ShortZeroRunsStayInTheLiteralAndLongOnesAreLeftOut) {
 TEST(RecordPackTest, UnpacksWhatItPackedAfterWhatTheBufferHeld) {
   std::string image(3000, '\0');
   for (size_t at : {0u, 7u, 9u, 100u, 108u, 2000u, 2999u}) image[at] = static_cast<char>(at % 251 + 1);
-  std::vector<std::string> records = {"", "\0"s, "q", image, image.substr(1), image.substr(0, 2999),
-                                      std::string(300, '\x7f')};
+  std::vector<std::string> records = {
+      "", "\0"s, "q", image, image.substr(1), image.substr(0, 2999), std::string(300, '\x7f')};
   for (const std::string& record : records) {
     std::string form = packed(record);
     std::string out = "head";
