@@ -104,6 +104,8 @@ inline void pack_record(std::string_view record, std::string* packed) {
 // Appends the record packed in `packed` (`size` bytes) to `*out`; false, leaving `*out` as it was, when
 // the packed form is damaged.
 [[nodiscard]] inline bool unpack_record_append(const void* packed, size_t size, std::string* out) {
+  // SQLite gives no pointer for an empty blob, and no packed record is empty.
+  if (!packed) return false;
   const auto* bytes = static_cast<const uint8_t*>(packed);
   const uint8_t* segments = nullptr;
   uint32_t length = 0;

@@ -200,6 +200,7 @@ cerr_t fetch_item(std::string_view path, uint32_t* data_type, void** data, uint3
   }
   if (rc != SQLITE_ROW) return rc == SQLITE_DONE ? kStoreNotFound : kStoreUnavailable;
   const auto* packed = static_cast<const uint8_t*>(sqlite3_column_blob(stmt, 1));
+  if (!packed) return kStoreUnavailable;  // no packed record is empty
   const uint8_t* packed_end = packed + sqlite3_column_bytes(stmt, 1);
   const uint8_t* segments = nullptr;
   uint32_t length = 0;
