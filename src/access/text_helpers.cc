@@ -9,9 +9,11 @@
 #include <ctime>
 
 #include "access/assert.h"
+#include "access/memo.h"
 #include "access/session.h"
 #include "platform/interface.h"
 #include "platform/mrib_utl.h"
+#include "platform/naming.h"
 #include "platform/text.h"
 
 namespace {
@@ -34,6 +36,26 @@ int32_t hex_index = 0;
 
 char interface_name_buffer[80];
 char uptime_buffer[32];
+
+// A router has a few hundred interfaces and nodes; the tables hold several times that before keys meet.
+OstrelTextMemo<1024, 80> interface_names;
+OstrelTextMemo<256, 80> node_names;
+OstrelTextMemo<256, 32> durations;
+
+enum class NodeKind : uint64_t { kNode, kFapid };
+
+// A node or forwarding-processor name as the platform writes it into `size` bytes, remembered by kind, size
+// and identifier.
+const char* node_or_fapid_name(NodeKind kind, uint32_t id, uint32_t size) {
+  OSTREL_ASSERT(size >= 1 && size <= 80, "size", kClientSource);
+  uint64_t key = static_cast<uint64_t>(kind) << 40 | uint64_t{size} << 32 | id;
+  if (const char* name = node_names.find(key)) return name;
+  char name[80];
+  cerr_t rc = kind == NodeKind::kNode ? nodeid_to_str_external(id, name, size)
+                                      : fapid_to_str_external(id, name, size);
+  if (rc != kCerrOk) return nullptr;
+  return node_names.keep(key, name);
+}
 
 // The next slot of a 16-byte ring, emptied.
 char* next_slot(char (&ring)[kRingSlots][16], int32_t& index) {
@@ -150,6 +172,8 @@ const char* ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
     std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "0x%x", handle);
     return interface_name_buffer;
   }
+  uint64_t key = uint64_t{display_flags} << 32 | handle;
+  if (const char* name = interface_names.find(key)) return name;
   interface_name_buffer[0] = '\0';
   imc_interface_name_result result{interface_name_buffer, sizeof interface_name_buffer, 0};
   cerr_t rc = imc_interface_name(mrib_imc_ctx, 1, &handle, 0, &result);
@@ -157,8 +181,25 @@ const char* ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
       imc_display_namestring(interface_name_buffer, interface_name_buffer, sizeof interface_name_buffer,
                              display_flags) == nullptr) {
     std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "Un:0x%x", handle);
+    return interface_name_buffer;
   }
-  return interface_name_buffer;
+  return interface_names.keep(key, interface_name_buffer);
+}
+
+const char* ostrel_node_name(uint32_t node_id, uint32_t size) {
+  return node_or_fapid_name(NodeKind::kNode, node_id, size);
+}
+
+const char* ostrel_fapid_name(uint32_t fapid, uint32_t size) {
+  return node_or_fapid_name(NodeKind::kFapid, fapid, size);
+}
+
+const char* ostrel_duration_text(uint64_t seconds) {
+  if (const char* text = durations.find(seconds)) return text;
+  const char* text = sprint_dhms64(seconds);
+  if (text == nullptr) return nullptr;
+  const char* kept = durations.keep(seconds, text);
+  return kept != nullptr ? kept : text;
 }
 
 const char* ostrel_fmt_uptime(uint32_t microseconds) {

@@ -3,6 +3,8 @@
 #include "views/route/route_flags.h"
 
 #include <cstddef>
+#include <cstring>
+#include <string>
 #include <iterator>
 #include <utility>
 
@@ -116,12 +118,32 @@ bool applies(When when) {
   return false;
 }
 
-// One row's step of the walk. The rows are constants, so the walk below unrolls into one test per row: a
-// route prints a flag text per interface, and a loop over member pointers cost more than the texts.
-template <typename Attr, const FlagRow<Attr>& row>
-inline void format_row(const Attr& attr, char* buf, char*& pos, int& room) {
+// The longest text a table can format: every mnemonic, a blank between each two.
+template <typename Attr, size_t N>
+constexpr size_t longest_text(const FlagRow<Attr> (&rows)[N]) {
+  size_t length = 0;
+  for (const FlagRow<Attr>& row : rows) length += std::char_traits<char>::length(row.mnemonic) + 1;
+  return length - 1;
+}
+
+// One row's step of the walk, for a buffer that holds the longest text. The rows are constants and the
+// walk below unrolls into one test and one copy of known length per row: a route formats a flag text per
+// interface, and formatting each mnemonic through a printf cost more than the rest of the interface line.
+template <typename Attr, size_t N, const FlagRow<Attr> (&rows)[N], size_t I>
+inline void append_row(const Attr& attr, char* buf, char*& pos) {
+  constexpr FlagRow<Attr> row = rows[I];
   if (attr.*row.field == 0 || !applies(row.shown)) return;
-  // mrib_snprintf stores no more than the room and returns what it stored, so pos never passes the end.
+  if (pos != buf) *pos++ = ' ';
+  constexpr size_t length = std::char_traits<char>::length(row.mnemonic);
+  std::memcpy(pos, row.mnemonic, length);
+  pos += length;
+}
+
+// The same step for a buffer that may cut the text: as mrib_snprintf() stores "%s%s", at most the room
+// less one, and returns what it stored, so pos never passes the end.
+template <typename Attr>
+void format_row(const Attr& attr, const FlagRow<Attr>& row, char* buf, char*& pos, int& room) {
+  if (attr.*row.field == 0 || !applies(row.shown)) return;
   int written = mrib_snprintf(pos, room, "%s%s", pos == buf ? "" : " ", row.mnemonic);
   pos += written;
   room -= written;
@@ -131,8 +153,14 @@ template <typename Attr, size_t N, const FlagRow<Attr> (&rows)[N], size_t... I>
 int format_flags(char* buf, int size, const Attr& attr, std::index_sequence<I...>) {
   buf[0] = '\0';
   char* pos = buf;
-  int room = size;
-  (format_row<Attr, rows[I]>(attr, buf, pos, room), ...);
+  constexpr size_t kLongest = longest_text(rows);
+  if (static_cast<size_t>(size) > kLongest) {
+    (append_row<Attr, N, rows, I>(attr, buf, pos), ...);
+    *pos = '\0';
+  } else {
+    int room = size;
+    for (const FlagRow<Attr>& row : rows) format_row(attr, row, buf, pos, room);
+  }
   return static_cast<int>(pos - buf);
 }
 

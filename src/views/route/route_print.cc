@@ -12,7 +12,6 @@
 #include "access/text_helpers.h"
 #include "platform/chunk.h"
 #include "platform/mrib_utl.h"
-#include "platform/naming.h"
 #include "platform/text.h"
 #include "views/route/route_flags.h"
 
@@ -25,20 +24,20 @@ constexpr char kUnknownUptime[] = "??:??:??";
 // ---- Small texts -----------------------------------------------------------------------------------------
 
 const char* uptime_text(uint64_t seconds) {
-  const char* text = sprint_dhms64(seconds);
+  const char* text = ostrel_duration_text(seconds);
   return text != nullptr ? text : kUnknownUptime;
 }
 
 // The slot holding forwarding processor `fapid`, or `unset_word` for the all-ones value.
-const char* slot_text(uint32_t fapid, const char* unset_word, char (&buffer)[80]) {
+const char* slot_text(uint32_t fapid, const char* unset_word) {
   if (fapid == kUnset) return unset_word;
-  if (fapid_to_str_external(fapid, buffer, sizeof buffer - 1) != kCerrOk) return "unknown";
-  return buffer;
+  const char* name = ostrel_fapid_name(fapid, 79);
+  return name != nullptr ? name : "unknown";
 }
 
-const char* node_text(uint32_t node_id, char (&buffer)[80]) {
-  if (nodeid_to_str_external(node_id, buffer, 32) != kCerrOk) return "Slot unknown";
-  return buffer;
+const char* node_text(uint32_t node_id) {
+  const char* name = ostrel_node_name(node_id, 32);
+  return name != nullptr ? name : "Slot unknown";
 }
 
 bool known_family(const mrib_addrtype& addr) {
@@ -100,7 +99,6 @@ void print_encapsulation_row(const mrib_route_pod& route) {
 
 void print_details(const mrib_route_pod& route, bool detail) {
   const mrib_attrib_entry_pod& attributes = route.EntryAttributes;
-  char slot[80];
   if (attributes.IsMDTEncapsulationOn || attributes.IsMDTDecapsulationOn) {
     ostrel_outf("  MVPN TID: 0x%x\n", route.CustomerTableID);
     ostrel_outf("  MVPN Remote TID: 0x%x\n", route.RemoteCustomerTableID);
@@ -111,13 +109,13 @@ void print_details(const mrib_route_pod& route, bool detail) {
   if (attributes.IsMDTAddressOn)
     ostrel_outf("  MDT Address: %s\n", ostrel_ctid_text(&route.MDTCoreTreeIdentifier));
   if (attributes.IsThresholdCrossed)
-    ostrel_outf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none", slot));
+    ostrel_outf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none"));
   if (detail && route.IsCustomerEncapsulationRoute) ostrel_out("  CUST ENCAP: TRUE\n");
   if (attributes.IsMasterLCOn)
-    ostrel_outf("  Master Linecard Slot: %s\n", slot_text(route.MasterLCFapid, "not selected", slot));
+    ostrel_outf("  Master Linecard Slot: %s\n", slot_text(route.MasterLCFapid, "not selected"));
   if (attributes.IsMasterLCFallbackOn) {
     ostrel_outf("  Master Linecard Fallback Slot: %s\n",
-                slot_text(route.MasterLCFallbackFapid, "not selected", slot));
+                slot_text(route.MasterLCFallbackFapid, "not selected"));
   }
 
   // The uptime line gathers the expired-database mark, the MoFRR origin and the private node fields; the
@@ -176,9 +174,8 @@ void print_record_order(const mrib_route_pod& route) {
 
 // The rate blocks are a dozen counter lines per node and interface: each is assembled in one OstrelLine.
 void print_incoming_rates(const mrib_incoming_rate_pod& rates) {
-  char node[80];
   OstrelLine line;
-  line.add("    Node Rate (").add(node_text(rates.NodeID, node)).add("):    ");
+  line.add("    Node Rate (").add(node_text(rates.NodeID)).add("):    ");
   line.add(rates.PacketsInRate).add(" pps / ").add(rates.BitsInRate).add(" bps\n");
   line.add("      HW Incoming count: ").add(rates.HardwareIngressFwd).add(" packets\n");
   line.add("      HW Drop count:     ").add(rates.HardwareIngressDrop).add(" packets\n");
@@ -208,11 +205,10 @@ bool print_interface_stat(const mrib_out_intrf_stat_pod& stat) {
 }
 
 void print_outgoing_rates(const pod_array<mrib_outgoing_rate_pod>& nodes) {
-  char node[80];
   for (uint64_t i = 0; i < nodes.count; ++i) {
     const mrib_outgoing_rate_pod& rates = nodes.data[i];
     OstrelLine line;
-    line.add("    Node Rate (").add(node_text(rates.NodeID, node)).add("):      ");
+    line.add("    Node Rate (").add(node_text(rates.NodeID)).add("):      ");
     line.add(rates.PacketsOutRate).add(" pps / ").add(rates.BitsOutRate).add(" bps\n");
     line.add("      HW Forwarding count: ").add(rates.HardwareEgressFwd).add(" packets\n");
     line.add("      HW Drop count:       ").add(rates.HardwareEgressDrop).add(" packets\n");
@@ -273,8 +269,8 @@ void release_entry(list_element* element) {
 // ---- 4. The interface line -------------------------------------------------------------------------------
 
 void add_underlying(const ostrel_intf_entry& intf, OstrelLine* line) {
-  char slot[80];
-  if (intf.ul_node != kUnset && fapid_to_str_external(intf.ul_node, slot, sizeof slot - 1) == kCerrOk) {
+  const char* slot = intf.ul_node != kUnset ? ostrel_fapid_name(intf.ul_node, 79) : nullptr;
+  if (slot != nullptr) {
     if (ostrel_private) {
       line->addf("(%s, 0x%x) ", slot, intf.ul_handle);
     } else {
