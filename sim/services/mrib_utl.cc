@@ -16,6 +16,7 @@
 
 #include "platform/text.h"
 #include "sim/root.h"
+#include "sim/services/dotted.h"
 #include "sim/services/fault_counter.h"
 #include "sim/services/interface_lookup.h"
 
@@ -26,26 +27,29 @@ constexpr int kNoRoom = -1;
 constexpr int kFailed = -2;
 
 // Long enough for "(255.255.255.255,255.255.255.255/4294967295)".
-using Designation = std::array<char, 64>;
+struct Designation {
+  std::array<char, 64> text;
+  size_t length;
+  std::string_view view() const { return {text.data(), length}; }
+};
 
+// Written by hand rather than formatted: every route printed asks for one.
 Designation designate(uint32_t source, uint32_t group, uint32_t prefix_length) {
-  char source_text[INET_ADDRSTRLEN] = "*";
-  if (source != 0) inet_ntoa_r(source, source_text, sizeof source_text);
-  char group_text[INET_ADDRSTRLEN];
-  inet_ntoa_r(group, group_text, sizeof group_text);
-  char length_text[16] = "";
-  if (prefix_length != 32) std::snprintf(length_text, sizeof length_text, "/%u", prefix_length);
-  // Joined by hand rather than formatted: every route printed asks for one.
-  Designation text;
-  char* at = text.data();
-  const char* parts[] = {"(", source_text, ",", group_text, length_text, ")"};
-  for (const char* part : parts) {
-    size_t length = std::strlen(part);
-    std::memcpy(at, part, length);
-    at += length;
+  Designation d;
+  char* at = d.text.data();
+  *at++ = '(';
+  if (source != 0) {
+    at += write_dotted(reinterpret_cast<const unsigned char*>(&source), at);
+  } else {
+    *at++ = '*';
   }
+  *at++ = ',';
+  at += write_dotted(reinterpret_cast<const unsigned char*>(&group), at);
+  if (prefix_length != 32) at += std::snprintf(at, 12, "/%u", prefix_length);
+  *at++ = ')';
   *at = '\0';
-  return text;
+  d.length = static_cast<size_t>(at - d.text.data());
+  return d;
 }
 
 // Stores `text` whole or not at all: a cut designation would name another entry.
@@ -112,13 +116,13 @@ int mrib_utl_print_entry(uint32_t afi, const uint32_t* key, uint32_t flags, char
     return fault->overflow ? kNoRoom : kFailed;
   }
   if (afi != 0 || flags != 0 || !key) return kFailed;
-  return store_whole(designate(key[1], key[0], key[2]).data(), buffer, size);
+  return store_whole(designate(key[1], key[0], key[2]).view(), buffer, size);
 }
 
 int mrib_utl_print_bvi_entry(const char* table_name, uint32_t source, uint32_t group, const char* ifname,
                              uint8_t group_len, char* buffer, int size) {
   using namespace ostrel::sim;
-  std::string text = designate(source, group, group_len).data();
+  std::string text(designate(source, group, group_len).view());
   if (ifname && *ifname) text.append(" ").append(ifname);
   if (table_name && *table_name) text.append(", table ").append(table_name);
   return store_whole(text, buffer, size);

@@ -11,6 +11,7 @@
 #include <cstring>
 
 #include "sim/cerr_codes.h"
+#include "sim/services/dotted.h"
 
 namespace ostrel::sim {
 namespace {
@@ -80,20 +81,6 @@ int memset_s(void* dst, size_t dst_size, int value, size_t count) {
   return count > dst_size ? ERANGE : 0;
 }
 
-// Views print an address or two per route and per interface: the dotted text is written by hand.
-static size_t write_dotted(const unsigned char* bytes, char* out) {
-  char* at = out;
-  for (int i = 0; i < 4; ++i) {
-    unsigned n = bytes[i];
-    if (n >= 100) *at++ = static_cast<char>('0' + n / 100);
-    if (n >= 10) *at++ = static_cast<char>('0' + n / 10 % 10);
-    *at++ = static_cast<char>('0' + n % 10);
-    if (i < 3) *at++ = '.';
-  }
-  *at = '\0';
-  return static_cast<size_t>(at - out);
-}
-
 char* inet_ntoa_r(uint32_t address, char* buffer, size_t size) {
   return const_cast<char*>(ux_inet_ntop(AF_INET, &address, buffer, size));
 }
@@ -122,11 +109,11 @@ const char* ux_inet_ntop(int family, const void* address, char* buffer, size_t s
   if (family == AF_INET) {
     // The usual buffer holds any dotted address: write it there directly.
     if (size >= INET_ADDRSTRLEN) {
-      write_dotted(static_cast<const unsigned char*>(address), buffer);
+      ostrel::sim::write_dotted(static_cast<const unsigned char*>(address), buffer);
       return buffer;
     }
     char text[INET_ADDRSTRLEN];
-    size_t length = write_dotted(static_cast<const unsigned char*>(address), text);
+    size_t length = ostrel::sim::write_dotted(static_cast<const unsigned char*>(address), text);
     if (length + 1 > size) return nullptr;
     std::memcpy(buffer, text, length + 1);
     return buffer;
