@@ -9,10 +9,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "platform/text.h"
 #include "sim/cerr_codes.h"
 #include "sim/root.h"
+#include "sim/services/fault_counter.h"
 #include "sim/services/interface_lookup.h"
 
 struct imc_control_server_s {
@@ -92,9 +94,12 @@ imc_control_server_s& control_server() {
 cerr_t name_one(uint32_t handle, imc_interface_name_result* result) {
   if (result->name && result->size > 0) result->name[0] = '\0';
   if (faults_declared()) {
-    if (auto fault = find_fault("interface_name", handle_key(handle))) {
-      return fault->code ? fault->code : kInjectedFailure;
-    }
+    // A fault's index counts the lookups of this handle's name, so that one lookup can fail and the next
+    // succeed.
+    static std::unordered_map<uint32_t, FaultCounter> lookups;
+    std::string key = handle_key(handle);
+    int64_t index = has_fault("interface_name", key) ? lookups[handle].next() : -1;
+    if (auto fault = find_fault("interface_name", key, index)) return fault->code ? fault->code : kInjectedFailure;
   }
   const std::string* name = find_interface_name(handle);
   if (!name) return kUnknownIdentifier;
