@@ -9,17 +9,29 @@
 
 #include "access/output.h"
 
-// "%x" (or "%X" when `upper`), zero-padded to `width` digits as "%0<width>x" pads.
+// Emits what `line` holds when fewer than `size` characters are left in it, so that a piece of up to `size`
+// characters goes in whole. A record's lines are then written out a few times per record, not per piece.
+inline OstrelLine& ostrel_make_room(OstrelLine& line, size_t size) {
+  if (line.room() <= size) line.emit();
+  return line;
+}
+
+// "%x" (or "%X" when `upper`), zero-padded to `width` digits as "%0<width>x" pads. Digits go in one by one:
+// a copy of a few characters of unknown length costs more than the characters.
 inline OstrelLine& ostrel_add_hex(OstrelLine& line, uint64_t value, int width = 0, bool upper = false) {
   const char* digits = upper ? "0123456789ABCDEF" : "0123456789abcdef";
-  char text[16];
-  char* first = text + sizeof text;
-  do {
-    *--first = digits[value & 0xf];
-    value >>= 4;
-  } while (value != 0);
-  for (int pad = width - static_cast<int>(text + sizeof text - first); pad > 0; --pad) line.add('0');
-  return line.add(std::string_view(first, static_cast<size_t>(text + sizeof text - first)));
+  int count = 1;
+  for (uint64_t rest = value >> 4; rest != 0; rest >>= 4) ++count;
+  for (int pad = width - count; pad > 0; --pad) line.add('0');
+  for (int shift = (count - 1) * 4; shift >= 0; shift -= 4) line.add(digits[(value >> shift) & 0xf]);
+  return line;
+}
+
+// "%u" of a byte, digit by digit (see above).
+inline OstrelLine& ostrel_add_byte(OstrelLine& line, uint8_t value) {
+  if (value >= 100) line.add(static_cast<char>('0' + value / 100));
+  if (value >= 10) line.add(static_cast<char>('0' + value / 10 % 10));
+  return line.add(static_cast<char>('0' + value % 10));
 }
 
 // "%0<width>d" of a value that is not negative.
@@ -34,6 +46,8 @@ inline OstrelLine& ostrel_add_padded(OstrelLine& line, uint64_t value, int width
 inline OstrelLine& ostrel_add_dotted(OstrelLine& line, uint32_t network_order) {
   uint8_t bytes[4];
   std::memcpy(bytes, &network_order, sizeof bytes);
-  line.add(uint64_t{bytes[0]}).add('.').add(uint64_t{bytes[1]}).add('.').add(uint64_t{bytes[2]}).add('.');
-  return line.add(uint64_t{bytes[3]});
+  ostrel_add_byte(line, bytes[0]).add('.');
+  ostrel_add_byte(line, bytes[1]).add('.');
+  ostrel_add_byte(line, bytes[2]).add('.');
+  return ostrel_add_byte(line, bytes[3]);
 }

@@ -43,9 +43,12 @@ const char* turnaround_text(uint32_t word) {
   return word != 0 ? "TRUE" : "FALSE";
 }
 
-// Each record is assembled in one line and emitted whenever an array's element or a text of unbounded length
-// could overfill it: an encapsulation ID is printed by the million, and a printf call per piece cost more
-// than the rest of the view.
+// Each record is assembled in one line, written out when an array's next element might not fit or before a
+// text of unbounded length: an encapsulation ID is printed by the million, and a printf call per piece cost
+// more than the rest of the view.
+
+// Room for any one element of an array and the fixed text around it (a node name is at most 78 characters).
+constexpr size_t kElementRoom = 160;
 
 void print_gre(OstrelLine& line, const pod_array<uint8_t>& key) {
   line.add("      GRE: (");
@@ -77,31 +80,56 @@ void print_oles(OstrelLine& line, const pod_array<mrib_encapid_ole_pod>& oles) {
   line.add("Oles:\n");
   int number = 0;
   for (const mrib_encapid_ole_pod& ole : ostrel_items(oles)) {
-    line.add("  [").add_signed(++number).add("] type: 0x");
+    ostrel_make_room(line, kElementRoom).add("  [").add_signed(++number).add("] type: 0x");
     ostrel_add_hex(line, ole.TYPE).add(", len: ").add_signed(static_cast<int>(ole.OleKey.count)).add('\n');
     for (const OleTypeRow& row : kOleTypes)
       if (row.type == ole.TYPE) row.print(line, ole.OleKey);
     line.add('\n');
-    line.emit();
   }
 }
 
 // ---- Nodes, tables and history ---------------------------------------------------------------------------
 
+// The names of the nodes asked for so far. A router's node names do not change under a display, and a few
+// nodes appear in every ID; a lookup that fails is asked again.
+class NodeNames {
+ public:
+  // The name of `node`, or null when the platform has none.
+  const char* find(uint32_t node) {
+    for (size_t i = 0; i < count_; ++i)
+      if (entries_[i].node == node) return entries_[i].name;
+    Entry& entry = entries_[count_ < kEntries ? count_ : kEntries - 1];
+    if (nodeid_to_str_external(node, entry.name, sizeof entry.name) != kCerrOk) return nullptr;
+    entry.node = node;
+    if (count_ < kEntries) ++count_;
+    return entry.name;
+  }
+
+ private:
+  static constexpr size_t kEntries = 16;  // the last one is reused once all are taken
+  struct Entry {
+    uint32_t node;
+    char name[79];
+  };
+  Entry entries_[kEntries];
+  size_t count_ = 0;
+};
+
+NodeNames node_names;
+
 // Seven nodes to a line; the continuation lines up under the first node.
 void print_nodes(OstrelLine& line, const pod_array<mrib_encapid_node_pod>& nodes) {
   uint64_t index = 0;
   for (const mrib_encapid_node_pod& node : ostrel_items(nodes)) {
+    ostrel_make_room(line, kElementRoom);
     if (index != 0 && index % 7 == 0) line.add("\n        ");
     ++index;
-    char name[79];
-    if (nodeid_to_str_external(node.NodeID, name, sizeof name) == kCerrOk) {
+    if (const char* name = node_names.find(node.NodeID)) {
       line.add(' ').add(name);
     } else {
       ostrel_add_hex(line.add(" Un0x"), node.NodeID);
     }
     line.add('[').add(uint64_t{node.Refcount}).add(']');
-    line.emit();
   }
 }
 
@@ -109,6 +137,7 @@ void print_history(OstrelLine& line, const mrib_encapid_pod& encap) {
   line.add("\nRedist History:\n");
   for (const mrib_encapid_redist_pod& redist : encap.RedistInfo) {
     if (redist.client_id == kUnusedClient) continue;
+    ostrel_make_room(line, kElementRoom);
     const char* when = sprint_dhms64(redist.client_redist_time);
     line.add("client id ").add_signed(static_cast<int>(redist.client_id)).add(" redist time: ");
     ostrel_add_hex(line.add(when != nullptr ? when : "??:??:??").add(" redist flags 0x"), redist.redist_flags)
@@ -124,17 +153,20 @@ void print_identity(OstrelLine& line, const mrib_encapid_pod& encap) {
     if (line.room() <= 2) line.emit();
     ostrel_add_hex(line, byte, 2, true);
   }
-  line.emit();
-  line.add("\nEncap ID Length : ").add_signed(static_cast<int>(encap.EncapIDKey.count));
+  ostrel_make_room(line, kElementRoom)
+      .add("\nEncap ID Length : ")
+      .add_signed(static_cast<int>(encap.EncapIDKey.count));
   line.add("\nEncap ID Value  : ").add_signed(static_cast<int>(encap.EncapID)).add('\n');
-  line.emit();
   if (encap.Annotation != nullptr && encap.Annotation[0] != '\0') {
+    line.emit();
     ostrel_out(encap.Annotation);
     ostrel_out("\n");
   }
 }
 
+// The private and expiry lines, printed rarely, are formatted after what the line holds.
 void print_states(OstrelLine& line, const mrib_encapid_pod& encap) {
+  if (ostrel_private) line.emit();
   if (ostrel_private)
     ostrel_outf("Encap node : 0x%lx, Dep route List : 0x%lx Dep label List: 0x%lx\n", encap.EncapsulationNode,
                 encap.DependencyRouteList, encap.DependencyLabelList);
@@ -143,7 +175,7 @@ void print_states(OstrelLine& line, const mrib_encapid_pod& encap) {
       .add('/')
       .add(yes_no(encap.V6VrfLite));
   line.add(", ").add(yes_no(encap.Stale)).add(", ").add(yes_no(encap.IPV6Usage)).add('\n');
-  line.emit();
+  if (ostrel_private || encap.ExpirationValid != 0) line.emit();
   if (ostrel_private)
     ostrel_outf("In PD Retry: %c\nIs Label Encap: %c\nIs WTX failed: %c\n", yes_no(encap.InPDRetryList),
                 yes_no(encap.IsLabelEncap), yes_no(encap.IsWTXCommunicationFailed));
@@ -166,8 +198,8 @@ void mrib_encapid_print(const mrib_encapid_pod& encap, void*) {
   print_nodes(line, encap.BackupNodeIDList);
   line.add("\nTableId:");
   for (const mrib_encapid_tblid_pod& table : ostrel_items(encap.EncapTIdList)) {
-    ostrel_add_hex(line.add(" 0x"), table.ETableID).add('[').add(uint64_t{table.Refcount}).add("]\n");
-    line.emit();
+    ostrel_add_hex(ostrel_make_room(line, kElementRoom).add(" 0x"), table.ETableID);
+    line.add('[').add(uint64_t{table.Refcount}).add("]\n");
   }
   print_history(line, encap);
   line.add('\n');
