@@ -98,10 +98,11 @@ class NodeNames {
   const char* find(uint32_t node) {
     for (size_t i = 0; i < count_; ++i)
       if (entries_[i].node == node) return entries_[i].name;
-    Entry& entry = entries_[count_ < kEntries ? count_ : kEntries - 1];
-    if (nodeid_to_str_external(node, entry.name, sizeof entry.name) != kCerrOk) return nullptr;
+    char name[sizeof entries_[0].name];
+    if (nodeid_to_str_external(node, name, sizeof name) != kCerrOk) return nullptr;
+    Entry& entry = entries_[count_ < kEntries ? count_++ : kEntries - 1];
     entry.node = node;
-    if (count_ < kEntries) ++count_;
+    std::memcpy(entry.name, name, sizeof name);
     return entry.name;
   }
 
