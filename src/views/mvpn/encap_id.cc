@@ -12,7 +12,6 @@
 #include "access/session.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
-#include "platform/naming.h"
 #include "platform/text.h"
 #include "views/line_pieces.h"
 #include "views/mvpn/batched_listing.h"
@@ -90,34 +89,6 @@ void print_oles(OstrelLine& line, const pod_array<mrib_encapid_ole_pod>& oles) {
 
 // ---- Nodes, tables and history ---------------------------------------------------------------------------
 
-// The names of the nodes asked for so far. A router's node names do not change under a display, and a few
-// nodes appear in every ID; a lookup that fails is asked again.
-class NodeNames {
- public:
-  // The name of `node`, or null when the platform has none.
-  const char* find(uint32_t node) {
-    for (size_t i = 0; i < count_; ++i)
-      if (entries_[i].node == node) return entries_[i].name;
-    char name[sizeof entries_[0].name];
-    if (nodeid_to_str_external(node, name, sizeof name) != kCerrOk) return nullptr;
-    Entry& entry = entries_[count_ < kEntries ? count_++ : kEntries - 1];
-    entry.node = node;
-    std::memcpy(entry.name, name, sizeof name);
-    return entry.name;
-  }
-
- private:
-  static constexpr size_t kEntries = 16;  // the last one is reused once all are taken
-  struct Entry {
-    uint32_t node;
-    char name[79];
-  };
-  Entry entries_[kEntries];
-  size_t count_ = 0;
-};
-
-NodeNames node_names;
-
 // Seven nodes to a line; the continuation lines up under the first node.
 void print_nodes(OstrelLine& line, const pod_array<mrib_encapid_node_pod>& nodes) {
   uint64_t index = 0;
@@ -125,7 +96,7 @@ void print_nodes(OstrelLine& line, const pod_array<mrib_encapid_node_pod>& nodes
     ostrel_make_room(line, kElementRoom);
     if (index != 0 && index % 7 == 0) line.add("\n        ");
     ++index;
-    if (const char* name = node_names.find(node.NodeID)) {
+    if (const char* name = ostrel_node_name(node.NodeID, 79)) {
       line.add(' ').add(name);
     } else {
       ostrel_add_hex(line.add(" Un0x"), node.NodeID);
