@@ -17,12 +17,36 @@ namespace {
 
 constexpr char kElementName[] = "ostrel_iir_intf_element";
 
-// The lines every interface has are assembled in place: IIR interfaces are printed by the thousand and more.
-void print_heading(const mrib_iir_intf_pod& intf) {
-  // The child count is the server's own counter; parents and routes are counted from the lists it sent. The
-  // name is a text of up to 80 characters, which the line holds whole.
-  OstrelLine line;
-  line.add('\n').add(ostrel_text_or_empty(intf.IIRInterfaceName)).add(" [0x");
+// An interface's lines are assembled in one line, written out before a piece that might not fit: IIR
+// interfaces are printed by the thousand and more. Room for the fixed texts and numbers of a line, and for
+// a name of up to 80 characters beside them:
+constexpr size_t kLineRoom = 200;
+constexpr size_t kNameRoom = 80;
+
+// Whether `text` and the fixed pieces around it go in the line at once; a longer text is formatted on its
+// own.
+bool fits_with_name(OstrelLine& line, const char* text) {
+  if (std::strlen(text) > kNameRoom) {
+    line.emit();
+    return false;
+  }
+  ostrel_make_room(line, kLineRoom);
+  return true;
+}
+
+void print_heading(OstrelLine& line, const mrib_iir_intf_pod& intf) {
+  // The child count is the server's own counter; parents and routes are counted from the lists it sent.
+  const char* name = ostrel_text_or_empty(intf.IIRInterfaceName);
+  if (!fits_with_name(line, name)) {
+    ostrel_outf(
+        "\n%s [0x%x], Flags: %s%s%s, Childcount: %d, Parentcount: %d, Routecount: %d, Threshold: %d %s\n",
+        name, intf.IIRInterface, intf.IsVirtualInterface ? "V" : "", intf.IsIIRNotifiedInterface ? "I" : "",
+        intf.IsDeleteInProgress ? "D" : "", static_cast<int>(intf.ChildCount),
+        static_cast<int>(intf.ParentList.count), static_cast<int>(intf.RouteList.count),
+        static_cast<int>(intf.RehashThreshold), intf.RehashThreshold == 0 ? "(Not Enabled)" : "");
+    return;
+  }
+  line.add('\n').add(name).add(" [0x");
   ostrel_add_hex(line, intf.IIRInterface).add("], Flags: ").add(intf.IsVirtualInterface ? "V" : "");
   line.add(intf.IsIIRNotifiedInterface ? "I" : "").add(intf.IsDeleteInProgress ? "D" : "");
   line.add(", Childcount: ").add_signed(static_cast<int>(intf.ChildCount));
@@ -30,17 +54,6 @@ void print_heading(const mrib_iir_intf_pod& intf) {
   line.add(", Routecount: ").add_signed(static_cast<int>(intf.RouteList.count));
   line.add(", Threshold: ").add_signed(static_cast<int>(intf.RehashThreshold)).add(' ');
   line.add(intf.RehashThreshold == 0 ? "(Not Enabled)" : "").add('\n');
-  if (line.fits()) {
-    line.emit();
-    return;
-  }
-  ostrel_outf(
-      "\n%s [0x%x], Flags: %s%s%s, Childcount: %d, Parentcount: %d, Routecount: %d, Threshold: %d %s\n",
-      ostrel_text_or_empty(intf.IIRInterfaceName), intf.IIRInterface, intf.IsVirtualInterface ? "V" : "",
-      intf.IsIIRNotifiedInterface ? "I" : "", intf.IsDeleteInProgress ? "D" : "",
-      static_cast<int>(intf.ChildCount), static_cast<int>(intf.ParentList.count),
-      static_cast<int>(intf.RouteList.count), static_cast<int>(intf.RehashThreshold),
-      intf.RehashThreshold == 0 ? "(Not Enabled)" : "");
 }
 
 // Whether the record's IfName and InterfaceULIndex mean anything: always for types 89 and 90, for 66 only
@@ -57,11 +70,14 @@ bool has_if_name(const mrib_iir_intf_pod& intf) {
   }
 }
 
-void print_types(const mrib_iir_intf_pod& intf) {
-  OstrelLine line;
-  ostrel_add_hex(line.add("if_char: 0x"), intf.InterfaceCharacter).add(", if_type: 0x");
-  ostrel_add_hex(line, intf.InterfaceType).add(" parent_if_type 0x");
+void print_types(OstrelLine& line, const mrib_iir_intf_pod& intf) {
+  ostrel_add_hex(ostrel_make_room(line, kLineRoom).add("if_char: 0x"), intf.InterfaceCharacter);
+  ostrel_add_hex(line.add(", if_type: 0x"), intf.InterfaceType).add(" parent_if_type 0x");
   ostrel_add_hex(line, intf.ParentInterfaceType);
+  if (!has_if_name(intf) && !ostrel_private) {
+    line.add('\n');
+    return;
+  }
   line.emit();
   if (has_if_name(intf))
     ostrel_outf(", if_name: %s, if_ul_index %d", ostrel_text_or_empty(intf.IfName),
@@ -73,10 +89,11 @@ void print_types(const mrib_iir_intf_pod& intf) {
   }
 }
 
-void print_children(const mrib_iir_intf_pod& intf) {
-  ostrel_out("ChildList:\n");
+void print_children(OstrelLine& line, const mrib_iir_intf_pod& intf) {
+  line.add("ChildList:\n");
   for (const mrib_iir_sub_node_pod& child : ostrel_items(intf.ChildList)) {
     const char* name = ostrel_text_or_empty(child.SubInterfaceName);
+    line.emit();
     if (ostrel_private) {
       ostrel_outf("  %s [0x%x], node 0x%lx, name_next 0x%lx\n", name, child.SubInterface,
                   child.SubInterfacePointer, child.SubInterfaceNameNextPointer);
@@ -89,21 +106,19 @@ void print_children(const mrib_iir_intf_pod& intf) {
   }
 }
 
-void print_parents(const mrib_iir_intf_pod& intf) {
-  ostrel_out("ParentList:\n");
+void print_parents(OstrelLine& line, const mrib_iir_intf_pod& intf) {
+  line.add("ParentList:\n");
   for (const mrib_iir_sub_node_pod& parent : ostrel_items(intf.ParentList)) {
     const char* name = ostrel_text_or_empty(parent.SubInterfaceName);
-    OstrelLine line;
-    ostrel_add_hex(line.add("  ").add(name).add(" [0x"), parent.SubInterface).add("]\n");
-    if (line.fits()) {
-      line.emit();
+    if (fits_with_name(line, name)) {
+      ostrel_add_hex(line.add("  ").add(name).add(" [0x"), parent.SubInterface).add("]\n");
     } else {
       ostrel_outf("  %s [0x%x]\n", name, parent.SubInterface);
     }
   }
 }
 
-// A piece of a route or label line: 30 bytes, as the line is built.
+// The private entry piece: 30 bytes, as a label line builds it.
 struct Piece {
   char text[30] = {};
 };
@@ -114,27 +129,21 @@ Piece entry_piece(uint64_t entry) {
   return piece;
 }
 
-void print_routes(const mrib_iir_intf_pod& intf) {
-  ostrel_out("RouteList:\n");
+// A route's pieces are never cut at their 30 bytes: ", Hashed If: 0x" and eight digits, ", 0x" and sixteen.
+void print_routes(OstrelLine& line, const mrib_iir_intf_pod& intf) {
+  line.add("RouteList:\n");
   for (const mrib_iir_route_pod& route : ostrel_items(intf.RouteList)) {
-    Piece entry = ostrel_private ? entry_piece(route.EntryPointer) : Piece{};
-    Piece hash;
-    if (route.ChildInterface != 0) {
-      OstrelLine piece(sizeof hash.text - 1);
-      ostrel_add_hex(piece.add(", Hashed If: 0x"), route.ChildInterface);
-      std::memcpy(hash.text, piece.text().data(), piece.text().size());
-    }
-    // The interface name comes from a buffer of its own and the addresses from a ring, and all are copied
-    // into the line at once; the name is at most 80 characters, so the line holds it.
-    OstrelLine line;
-    ostrel_add_hex(line.add("  0x"), route.IIRRouteTableID)
-        .add(":(")
-        .add(ostrel_source_text(&route.IIRSourceAddress));
-    line.add(", ").add(ostrel_addr_text(&route.IIRGroupAddress)).add('/');
+    // The addresses come from a ring and the interface name from a buffer of its own, at most 80
+    // characters; each is copied into the line before the next is asked for.
+    ostrel_add_hex(ostrel_make_room(line, kLineRoom).add("  0x"), route.IIRRouteTableID).add(":(");
+    line.add(ostrel_source_text(&route.IIRSourceAddress)).add(", ");
+    line.add(ostrel_addr_text(&route.IIRGroupAddress)).add('/');
     line.add_signed(static_cast<int>(route.IIRGroupPrefixLength)).add("), ");
     ostrel_add_hex(line.add(ostrel_ifh_name(route.VirtualInterface, 1)).add(" (0x"), route.VirtualInterface);
-    line.add(')').add(hash.text).add(entry.text).add('\n');
-    line.emit();
+    line.add(')');
+    if (route.ChildInterface != 0) ostrel_add_hex(line.add(", Hashed If: 0x"), route.ChildInterface);
+    if (ostrel_private) ostrel_add_hex(line.add(", 0x"), route.EntryPointer);
+    line.add('\n');
   }
 }
 
@@ -163,11 +172,13 @@ void print_oles(const mrib_iir_intf_pod& intf) {
 }
 
 void print_iir_intf(const mrib_iir_intf_pod& intf) {
-  print_heading(intf);
-  print_types(intf);
-  print_children(intf);
-  print_parents(intf);
-  print_routes(intf);
+  OstrelLine line;
+  print_heading(line, intf);
+  print_types(line, intf);
+  print_children(line, intf);
+  print_parents(line, intf);
+  print_routes(line, intf);
+  line.emit();
   if (!ostrel_private) return;
   print_labels("Primary Label List:\n", intf.PrimaryLabelList);
   print_labels("Backup Label List:\n", intf.BackupLabelList);
