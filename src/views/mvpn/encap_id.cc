@@ -46,8 +46,9 @@ const char* turnaround_text(uint32_t word) {
 // text of unbounded length: an encapsulation ID is printed by the million, and a printf call per piece cost
 // more than the rest of the view.
 
-// Room for any one element of an array and the fixed text around it (a node name is at most 78 characters).
-constexpr size_t kElementRoom = 160;
+// Room for any one element of an array with the fixed text around it (a node name is at most 78 characters),
+// and for the fixed lines between two arrays, numbers at their widest.
+constexpr size_t kElementRoom = 256;
 
 void print_gre(OstrelLine& line, const pod_array<uint8_t>& key) {
   line.add("      GRE: (");

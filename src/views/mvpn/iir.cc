@@ -20,7 +20,7 @@ constexpr char kElementName[] = "ostrel_iir_intf_element";
 // An interface's lines are assembled in one line, written out before a piece that might not fit: IIR
 // interfaces are printed by the thousand and more. Room for the fixed texts and numbers of a line, and for
 // a name of up to 80 characters beside them:
-constexpr size_t kLineRoom = 200;
+constexpr size_t kLineRoom = 320;
 constexpr size_t kNameRoom = 80;
 
 // Whether `text` and the fixed pieces around it go in the line at once; a longer text is formatted on its
