@@ -202,6 +202,11 @@ const char* ostrel_duration_text(uint64_t seconds) {
   return kept != nullptr ? kept : text;
 }
 
+const char* ostrel_dhms_text(uint64_t seconds) {
+  const char* text = ostrel_duration_text(seconds);
+  return text != nullptr ? text : "??:??:??";
+}
+
 const char* ostrel_fmt_uptime(uint32_t microseconds) {
   const char* text = "never";
   if (microseconds != 0) {

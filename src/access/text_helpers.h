@@ -85,6 +85,9 @@ const char* ostrel_fapid_name(uint32_t fapid, uint32_t size);
 // until the next call.
 const char* ostrel_duration_text(uint64_t seconds);
 
+// The same, or "??:??:??" when there is none: how the views write an uptime or an age.
+const char* ostrel_dhms_text(uint64_t seconds);
+
 // "never" for 0, else the duration text of the whole seconds, or "??:??:??" when there is none.
 const char* ostrel_fmt_uptime(uint32_t microseconds);
 

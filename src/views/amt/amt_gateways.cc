@@ -39,7 +39,7 @@ void print_gateway(uint32_t address, uint32_t port, const pod_array<Route>& rout
         .add(ostrel_addr_text(&route.Source))
         .add(',')
         .add(ostrel_addr_text(&route.Group));
-    line.add(") \n    Joined ").add(ostrel_amt_dhms(route.JoinTime)).add(" ago\n");
+    line.add(") \n    Joined ").add(ostrel_dhms_text(route.JoinTime)).add(" ago\n");
     line.add("    Total Packets/Bytes Sent: ").add(route.OutPkts).add('/').add(route.OutBytes).add('\n');
     line.emit();
   }

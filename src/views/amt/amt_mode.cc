@@ -4,12 +4,6 @@
 #include <cstdio>
 
 #include "access/text_helpers.h"
-#include "platform/text.h"
-
-const char* ostrel_amt_dhms(uint64_t seconds) {
-  const char* text = sprint_dhms64(seconds);
-  return text != nullptr ? text : "??:??:??";
-}
 
 const char* ostrel_amt_dotted(uint32_t address) {
   return ip_maddr_dotted_string(&address);

@@ -48,9 +48,6 @@ constexpr bool ostrel_amt_format_reads(std::string_view format, std::string_view
 // Every AMT path that carries a prefix length carries this one, whatever -p says.
 inline constexpr int kAmtPathLength = 32;
 
-// The time text of `seconds`, or "??:??:??" when there is none.
-const char* ostrel_amt_dhms(uint64_t seconds);
-
 // The dotted text of an IPv4 address in network byte order, in the next slot of the ring that
 // ip_maddr_hex_string() fills.
 const char* ostrel_amt_dotted(uint32_t address);

@@ -12,7 +12,6 @@
 #include "access/session.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
-#include "platform/naming.h"
 #include "views/amt/amt.h"
 #include "views/amt/amt_mode.h"
 #include "views/line_pieces.h"
@@ -39,9 +38,9 @@ void print_entry(const mrib_addrtype& source, const mrib_addrtype& group, uint32
 
 // " (node)" or " (UL node unknown)", with ", 0x%x" of the underlying interface before the ")" under -P.
 void add_underlying(OstrelLine& line, const mrib_amt_intrf_pod& intf) {
-  char node[79];
-  if (intf.UnderlyingInterfaceNode != kNoNode &&
-      nodeid_to_str_external(intf.UnderlyingInterfaceNode, node, sizeof node) == kCerrOk) {
+  const char* node =
+      intf.UnderlyingInterfaceNode != kNoNode ? ostrel_node_name(intf.UnderlyingInterfaceNode, 79) : nullptr;
+  if (node != nullptr) {
     line.add(" (").add(node);
   } else {
     line.add(" (UL node unknown");
@@ -62,7 +61,7 @@ void print_interface(const mrib_amt_intrf_pod& intf) {
     line.add(kIndent).add(name_text);
   }
   if (intf.UnderlyingInterface != 0) add_underlying(line, intf);
-  line.add(", Up: ").add(ostrel_amt_dhms(intf.Uptime)).add('\n');
+  line.add(", Up: ").add(ostrel_dhms_text(intf.Uptime)).add('\n');
   if (intf.Type != kAmtTunnel) {
     line.emit();
     return;
@@ -105,8 +104,8 @@ void mrib_amt_route_ex_print(const mrib_amt_route_ex_pod* route) {
   for (const mrib_amt_gw_id_ex_pod& tunnel : std::span(route->GW_IDs.data, route->GW_IDs.count)) {
     ostrel_outf("  AMT Tunnel ID: %05d GW: %s/%u \n", static_cast<int>(tunnel.AMTId),
                 ostrel_amt_dotted(route->GWAddress), route->GWPort);
-    ostrel_outf("    Joined  %s ago\n", ostrel_amt_dhms(tunnel.JoinTime));
-    ostrel_outf("    Expired %s ago\n", ostrel_amt_dhms(tunnel.ExpireTime));
+    ostrel_outf("    Joined  %s ago\n", ostrel_dhms_text(tunnel.JoinTime));
+    ostrel_outf("    Expired %s ago\n", ostrel_dhms_text(tunnel.ExpireTime));
     ostrel_outf("    Total Packets/Bytes Sent: %lu/%lu\n", tunnel.OutPkts, tunnel.OutBytes);
   }
 }

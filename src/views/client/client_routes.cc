@@ -15,9 +15,7 @@
 #include "access/query.h"
 #include "access/session.h"
 #include "access/text_helpers.h"
-#include "platform/naming.h"
 #include "platform/show.h"
-#include "platform/text.h"
 #include "views/line_pieces.h"
 
 namespace {
@@ -172,8 +170,7 @@ void print_mvpn_line(const mrib_lib_route_pod& route) {
   }
   if (route.MDT_BGP_InterfaceHandle != 0) line.add(kPiece, "BGP IFH: 0x%x", route.MDT_BGP_InterfaceHandle);
   if (route.FallbackMasterLineCard != 0) {
-    char slot[79];
-    if (fapid_to_str_external(route.FallbackMasterLineCard, slot, sizeof slot) == kCerrOk) {
+    if (const char* slot = ostrel_fapid_name(route.FallbackMasterLineCard, 79)) {
       line.add(kPiece, "FB MLC: %s", slot);
     } else {
       line.add(kPiece, "FB MLC: %s (0x%x)", "slot unknown", route.FallbackMasterLineCard);

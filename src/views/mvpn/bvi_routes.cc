@@ -18,7 +18,6 @@
 #include "access/text_helpers.h"
 #include "platform/interface.h"
 #include "platform/mrib_utl.h"
-#include "platform/text.h"
 #include "views/line_pieces.h"
 #include "views/mvpn/bvi.h"
 
@@ -82,8 +81,7 @@ void print_mroutes(OstrelLine& line, const pod_array<mrib_bvi_mroute_pod>& mrout
 void mrib_bvi_route_print(const mrib_bvi_route_pod& route, bool detail) {
   OstrelLine line;
   add_designation(line, route);
-  const char* uptime = sprint_dhms64(route.Uptime);
-  line.add("    Up: ").add(uptime != nullptr ? uptime : "??:??:??").add('\n');
+  line.add("    Up: ").add(ostrel_dhms_text(route.Uptime)).add('\n');
   add_platform_data(line, route);
   if (detail) line.add("    Refcount: ").add_signed(static_cast<int>(route.RefCount)).add('\n');
   line.emit();

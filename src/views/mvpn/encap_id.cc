@@ -12,7 +12,6 @@
 #include "access/session.h"
 #include "access/switches.h"
 #include "access/text_helpers.h"
-#include "platform/text.h"
 #include "views/line_pieces.h"
 #include "views/mvpn/batched_listing.h"
 #include "views/mvpn/encap.h"
@@ -111,9 +110,9 @@ void print_history(OstrelLine& line, const mrib_encapid_pod& encap) {
   for (const mrib_encapid_redist_pod& redist : encap.RedistInfo) {
     if (redist.client_id == kUnusedClient) continue;
     ostrel_make_room(line, kElementRoom);
-    const char* when = sprint_dhms64(redist.client_redist_time);
     line.add("client id ").add_signed(static_cast<int>(redist.client_id)).add(" redist time: ");
-    ostrel_add_hex(line.add(when != nullptr ? when : "??:??:??").add(" redist flags 0x"), redist.redist_flags)
+    ostrel_add_hex(line.add(ostrel_dhms_text(redist.client_redist_time)).add(" redist flags 0x"),
+                   redist.redist_flags)
         .add('\n');
   }
 }
@@ -153,7 +152,7 @@ void print_states(OstrelLine& line, const mrib_encapid_pod& encap) {
     ostrel_outf("In PD Retry: %c\nIs Label Encap: %c\nIs WTX failed: %c\n", yes_no(encap.InPDRetryList),
                 yes_no(encap.IsLabelEncap), yes_no(encap.IsWTXCommunicationFailed));
   if (encap.ExpirationValid != 0) {
-    const char* left = sprint_dhms64(encap.ExpirationTime);
+    const char* left = ostrel_duration_text(encap.ExpirationTime);
     char expires[20];
     std::snprintf(expires, sizeof expires, "%s", left != nullptr ? left : "");
     ostrel_outf("Expires: %s\n", expires);

@@ -7,7 +7,6 @@
 #include "access/output.h"
 #include "access/query.h"
 #include "access/text_helpers.h"
-#include "platform/text.h"
 #include "views/route/route_flags.h"
 
 namespace {
@@ -94,8 +93,7 @@ void mrib_route_print_ole(const mrib_route_ole_pod* route) {
       .add(',')
       .add(address_text(&range.GroupPrefix, nullptr));
   if (range.GroupPrefixLength < 32) line.add('/').add_signed(static_cast<int>(range.GroupPrefixLength));
-  const char* uptime = sprint_dhms64(route->Uptime);
-  line.add("), Up:").add(uptime != nullptr ? uptime : "??:??:??");
+  line.add("), Up:").add(ostrel_dhms_text(route->Uptime));
   line.add(", OIF count:").add_signed(static_cast<int>(route->OLECount)).add(", ");
   if (ostrel_entry_flags_any(&route->EntryAttributes)) {
     char flags[256];

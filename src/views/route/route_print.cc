@@ -19,14 +19,8 @@ namespace {
 
 constexpr uint32_t kUnset = 0xFFFFFFFF;
 constexpr char kOverflow[] = "buffer overflow in printing MRIB route\n";
-constexpr char kUnknownUptime[] = "??:??:??";
 
 // ---- Small texts -----------------------------------------------------------------------------------------
-
-const char* uptime_text(uint64_t seconds) {
-  const char* text = ostrel_duration_text(seconds);
-  return text != nullptr ? text : kUnknownUptime;
-}
 
 // The slot holding forwarding processor `fapid`, or `unset_word` for the all-ones value.
 const char* slot_text(uint32_t fapid, const char* unset_word) {
@@ -108,8 +102,7 @@ void print_details(const mrib_route_pod& route, bool detail) {
   if (attributes.IsMDT_BGPInterfaceOn) ostrel_outf("  BGP IFH: 0x%x\n", route.MDT_BGP_InterfaceHandle);
   if (attributes.IsMDTAddressOn)
     ostrel_outf("  MDT Address: %s\n", ostrel_ctid_text(&route.MDTCoreTreeIdentifier));
-  if (attributes.IsThresholdCrossed)
-    ostrel_outf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none"));
+  if (attributes.IsThresholdCrossed) ostrel_outf("  MT Slot: %s\n", slot_text(route.MT_LC_Fapid, "none"));
   if (detail && route.IsCustomerEncapsulationRoute) ostrel_out("  CUST ENCAP: TRUE\n");
   if (attributes.IsMasterLCOn)
     ostrel_outf("  Master Linecard Slot: %s\n", slot_text(route.MasterLCFapid, "not selected"));
@@ -122,7 +115,7 @@ void print_details(const mrib_route_pod& route, bool detail) {
   // MoFRR part ends the line itself, so a MoFRR route's node fields (or newline) stand on a line of their
   // own.
   OstrelLine line;
-  line.add("  Up: ").add(uptime_text(route.Uptime));
+  line.add("  Up: ").add(ostrel_dhms_text(route.Uptime));
   if (detail && route.InExpiredDB) line.add(", Present in AMT Expired DB");
   if (attributes.MOFRRPrimary || attributes.MOFRRBackup) {
     line.add(", Orig Route: (").add(ostrel_addr_text(&route.OrigSource)).add(", ");
@@ -342,7 +335,7 @@ void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bo
   line.add(intf.name).add(' ');
   if ((show_ul || amt) && intf.ul_handle != 0) add_underlying(intf, &line);
   if (intf.flags[0] != '\0') line.add("Flags: ").add(intf.flags);
-  line.add(", Up: ").add(uptime_text(intf.uptime));
+  line.add(", Up: ").add(ostrel_dhms_text(intf.uptime));
   if (ostrel_platform_detail || ostrel_private) add_platform_part(intf, &line);
   line.add('\n');
   if (amt) {
