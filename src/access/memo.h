@@ -17,28 +17,33 @@ class OstrelTextMemo {
   static_assert(std::has_single_bit(Slots), "the hash picks a slot by its top bits");
 
  public:
-  // The text kept under `key`, or none.
-  const char* find(uint64_t key) const {
+  // The text kept under `key`, terminated, or none (a view whose data() is null).
+  std::string_view find(uint64_t key) const {
     const Slot& slot = slots_[index(key)];
-    return slot.used && slot.key == key ? slot.text : nullptr;
+    if (!slot.used || slot.key != key) return {};
+    return {slot.text, slot.size};
   }
 
-  // Keeps `text` under `key` and returns the kept copy, valid until a key of the same slot is kept; none,
-  // and nothing kept, for a text longer than Width - 1.
-  const char* keep(uint64_t key, std::string_view text) {
-    if (text.size() >= Width) return nullptr;
+  // Keeps `text` under `key` and returns the kept copy, terminated and valid until a key of the same slot is
+  // kept; none, and nothing kept, for a text longer than Width - 1.
+  std::string_view keep(uint64_t key, std::string_view text) {
+    if (text.size() >= Width) return {};
     Slot& slot = slots_[index(key)];
     std::memcpy(slot.text, text.data(), text.size());
     slot.text[text.size()] = '\0';
     slot.key = key;
+    slot.size = static_cast<uint8_t>(text.size());
     slot.used = true;
-    return slot.text;
+    return {slot.text, slot.size};
   }
 
  private:
+  // The length is kept beside the text: the lines that print it copy it by the million.
+  static_assert(Width <= 256, "a kept text's length is one byte");
   struct Slot {
     uint64_t key = 0;
     bool used = false;
+    uint8_t size = 0;
     char text[Width];
   };
 

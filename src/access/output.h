@@ -13,6 +13,27 @@
 
 namespace ostrel::detail {
 
+// A copy of the few bytes that most pieces of a line are, in place: a call to the library's copy per piece
+// cost more than the piece. Two overlapping moves of a fixed width cover every size in their range.
+inline void copy_short(char* to, const char* from, size_t size) {
+  if (size >= 32) {
+    std::memcpy(to, from, size);
+  } else if (size >= 16) {
+    std::memcpy(to, from, 16);
+    std::memcpy(to + size - 16, from + size - 16, 16);
+  } else if (size >= 8) {
+    std::memcpy(to, from, 8);
+    std::memcpy(to + size - 8, from + size - 8, 8);
+  } else if (size >= 4) {
+    std::memcpy(to, from, 4);
+    std::memcpy(to + size - 4, from + size - 4, 4);
+  } else if (size != 0) {
+    to[0] = from[0];
+    to[size / 2] = from[size / 2];
+    to[size - 1] = from[size - 1];
+  }
+}
+
 inline constexpr size_t kOutSize = 1 << 16;
 extern char out_buffer[kOutSize];
 extern size_t out_used;
@@ -41,6 +62,28 @@ void ostrel_outf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 // Hands everything buffered to stdout and flushes it. Runs at exit; a prompt runs it before it reads.
 void ostrel_out_flush();
 
+// Pieces of a line whose widest total is known to fit, put without a check each. A line keeps its position
+// in itself, and as far as the compiler knows any character stored into the line's text may be that
+// position, so a line reloads it after every piece; a cursor held in a local stays in a register. Take one
+// from OstrelLine::cursor() where the room was made sure of, and hand it back with OstrelLine::take().
+class OstrelCursor {
+ public:
+  explicit OstrelCursor(char* at) : at_(at) {}
+  OstrelCursor& put(std::string_view text) {
+    ostrel::detail::copy_short(at_, text.data(), text.size());
+    at_ += text.size();
+    return *this;
+  }
+  OstrelCursor& put(char c) {
+    *at_++ = c;
+    return *this;
+  }
+  char* at() const { return at_; }
+
+ private:
+  char* at_;
+};
+
 // A line, or a few lines, assembled in place from pieces and emitted in one write. A piece that does not fit
 // in the capacity is cut there, and the line remembers it: a view under the rule that a line which
 // overflows its buffer is not printed at all gives the buffer's capacity and asks fits() before it emits.
@@ -58,14 +101,9 @@ class OstrelLine {
     // The cut is kept off the common path, so that a literal's copy has a constant size and compiles to a
     // few moves.
     size_t size = text.size();
-    if (size <= capacity_ - used_) [[likely]] {
-      std::memcpy(text_ + used_, text.data(), size);
-      used_ += size;
-    } else {
-      std::memcpy(text_ + used_, text.data(), capacity_ - used_);
-      used_ = capacity_;
-      cut_ = true;
-    }
+    if (size > capacity_ - used_) [[unlikely]] return add_cut(text);
+    ostrel::detail::copy_short(text_ + used_, text.data(), size);
+    used_ += size;
     return *this;
   }
   OstrelLine& add(const char* text) { return add(std::string_view(text)); }
@@ -78,15 +116,20 @@ class OstrelLine {
     return *this;
   }
 
-  // The decimal digits of `value`, as "%lu" writes them; counters and rates are printed by the million.
+  // The decimal digits of `value`, as "%lu" writes them; counters and rates are printed by the million, so
+  // the digits are written in place when the widest value fits.
   OstrelLine& add(uint64_t value) {
-    char digits[20];
-    char* first = digits + sizeof digits;
+    constexpr size_t kWidest = 20;
+    if (capacity_ - used_ < kWidest) [[unlikely]] return add_digits_cut(value);
+    size_t size = 1;
+    for (uint64_t rest = value; rest >= 10; rest /= 10) ++size;
+    char* digit = text_ + used_ + size;
     do {
-      *--first = static_cast<char>('0' + value % 10);
+      *--digit = static_cast<char>('0' + value % 10);
       value /= 10;
     } while (value != 0);
-    return add(std::string_view(first, static_cast<size_t>(digits + sizeof digits - first)));
+    used_ += size;
+    return *this;
   }
 
   // As "%d" or "%ld" writes a signed value.
@@ -121,6 +164,14 @@ class OstrelLine {
     return *this;
   }
 
+  // The end of the line as a cursor. REQUIRES: room for what the caller will put; a fresh line holds any
+  // total the caller can bound below kCapacity.
+  OstrelCursor cursor() { return OstrelCursor(text_ + used_); }
+  OstrelLine& take(const OstrelCursor& cursor) {
+    used_ = static_cast<size_t>(cursor.at() - text_);
+    return *this;
+  }
+
   std::string_view text() const { return {text_, used_}; }
   // False once a piece was cut.
   bool fits() const { return !cut_; }
@@ -140,6 +191,23 @@ class OstrelLine {
   }
 
  private:
+  [[gnu::cold]] OstrelLine& add_cut(std::string_view text) {
+    const size_t size = text.size() < capacity_ - used_ ? text.size() : capacity_ - used_;
+    std::memcpy(text_ + used_, text.data(), size);
+    used_ += size;
+    if (size < text.size()) cut_ = true;
+    return *this;
+  }
+  [[gnu::cold]] OstrelLine& add_digits_cut(uint64_t value) {
+    char digits[20];
+    char* first = digits + sizeof digits;
+    do {
+      *--first = static_cast<char>('0' + value % 10);
+      value /= 10;
+    } while (value != 0);
+    return add_cut(std::string_view(first, static_cast<size_t>(digits + sizeof digits - first)));
+  }
+
   char text_[kCapacity + 1];  // and a byte for the terminator that the writers store, or for `last`
   size_t capacity_;
   size_t used_ = 0;

@@ -46,14 +46,14 @@ enum class NodeKind : uint64_t { kNode, kFapid };
 
 // A node or forwarding-processor name as the platform writes it into `size` bytes, remembered by kind, size
 // and identifier.
-const char* node_or_fapid_name(NodeKind kind, uint32_t id, uint32_t size) {
+std::optional<std::string_view> node_or_fapid_name(NodeKind kind, uint32_t id, uint32_t size) {
   OSTREL_ASSERT(size >= 1 && size <= 80, "size", kClientSource);
   uint64_t key = static_cast<uint64_t>(kind) << 40 | uint64_t{size} << 32 | id;
-  if (const char* name = node_names.find(key)) return name;
+  if (std::string_view name = node_names.find(key); name.data() != nullptr) return name;
   char name[80];
   cerr_t rc = kind == NodeKind::kNode ? nodeid_to_str_external(id, name, size)
                                       : fapid_to_str_external(id, name, size);
-  if (rc != kCerrOk) return nullptr;
+  if (rc != kCerrOk) return std::nullopt;
   return node_names.keep(key, name);
 }
 
@@ -166,45 +166,44 @@ const char* ostrel_ctid_text(const mrib_ctid_pod* ctid) {
   return strsave(buffer);
 }
 
-const char* ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
+std::string_view ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
   if (handle == 0) return "Null";
   if (mrib_imc_ctx == nullptr) {
-    std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "0x%x", handle);
-    return interface_name_buffer;
+    int n = std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "0x%x", handle);
+    return {interface_name_buffer, static_cast<size_t>(n)};
   }
   uint64_t key = uint64_t{display_flags} << 32 | handle;
-  if (const char* name = interface_names.find(key)) return name;
+  if (std::string_view name = interface_names.find(key); name.data() != nullptr) return name;
   interface_name_buffer[0] = '\0';
   imc_interface_name_result result{interface_name_buffer, sizeof interface_name_buffer, 0};
   cerr_t rc = imc_interface_name(mrib_imc_ctx, 1, &handle, 0, &result);
   if (rc != kCerrOk || result.status != kCerrOk ||
       imc_display_namestring(interface_name_buffer, interface_name_buffer, sizeof interface_name_buffer,
                              display_flags) == nullptr) {
-    std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "Un:0x%x", handle);
-    return interface_name_buffer;
+    int n = std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "Un:0x%x", handle);
+    return {interface_name_buffer, static_cast<size_t>(n)};
   }
   return interface_names.keep(key, interface_name_buffer);
 }
 
-const char* ostrel_node_name(uint32_t node_id, uint32_t size) {
+std::optional<std::string_view> ostrel_node_name(uint32_t node_id, uint32_t size) {
   return node_or_fapid_name(NodeKind::kNode, node_id, size);
 }
 
-const char* ostrel_fapid_name(uint32_t fapid, uint32_t size) {
+std::optional<std::string_view> ostrel_fapid_name(uint32_t fapid, uint32_t size) {
   return node_or_fapid_name(NodeKind::kFapid, fapid, size);
 }
 
-const char* ostrel_duration_text(uint64_t seconds) {
-  if (const char* text = durations.find(seconds)) return text;
+std::optional<std::string_view> ostrel_duration_text(uint64_t seconds) {
+  if (std::string_view text = durations.find(seconds); text.data() != nullptr) return text;
   const char* text = sprint_dhms64(seconds);
-  if (text == nullptr) return nullptr;
-  const char* kept = durations.keep(seconds, text);
-  return kept != nullptr ? kept : text;
+  if (text == nullptr) return std::nullopt;
+  std::string_view kept = durations.keep(seconds, text);
+  return kept.data() != nullptr ? kept : std::string_view(text);
 }
 
-const char* ostrel_dhms_text(uint64_t seconds) {
-  const char* text = ostrel_duration_text(seconds);
-  return text != nullptr ? text : "??:??:??";
+std::string_view ostrel_dhms_text(uint64_t seconds) {
+  return ostrel_duration_text(seconds).value_or("??:??:??");
 }
 
 const char* ostrel_fmt_uptime(uint32_t microseconds) {

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
+#include <string_view>
 
 #include "access/pod_records.h"
 
@@ -72,21 +74,20 @@ const char* ostrel_ctid_text(const mrib_ctid_pod* ctid);
 
 // The display name of an interface handle: "Null" for 0, "0x%x" when no interface-name server is bound,
 // "Un:0x%x" when the server cannot name it. Names are remembered for the run (access/memo.h); a failure is
-// not. Print or copy the result before the next call.
-const char* ostrel_ifh_name(uint32_t handle, uint32_t display_flags);
+// not. Like every text of the lookups below, it is terminated where it ends, so data() may go to %s; print
+// or copy it before the next call.
+std::string_view ostrel_ifh_name(uint32_t handle, uint32_t display_flags);
 
 // The name that nodeid_to_str_external() or fapid_to_str_external() writes into `size` bytes (at most 80),
-// remembered for the run; none, and nothing remembered, when the platform cannot name it. Print or copy the
-// result before the next call.
-const char* ostrel_node_name(uint32_t node_id, uint32_t size);
-const char* ostrel_fapid_name(uint32_t fapid, uint32_t size);
+// remembered for the run; none, and nothing remembered, when the platform cannot name it.
+std::optional<std::string_view> ostrel_node_name(uint32_t node_id, uint32_t size);
+std::optional<std::string_view> ostrel_fapid_name(uint32_t fapid, uint32_t size);
 
-// sprint_dhms64() remembered for the run: the duration text of `seconds`, or none when there is none. Valid
-// until the next call.
-const char* ostrel_duration_text(uint64_t seconds);
+// sprint_dhms64() remembered for the run: the duration text of `seconds`, or none when there is none.
+std::optional<std::string_view> ostrel_duration_text(uint64_t seconds);
 
 // The same, or "??:??:??" when there is none: how the views write an uptime or an age.
-const char* ostrel_dhms_text(uint64_t seconds);
+std::string_view ostrel_dhms_text(uint64_t seconds);
 
 // "never" for 0, else the duration text of the whole seconds, or "??:??:??" when there is none.
 const char* ostrel_fmt_uptime(uint32_t microseconds);

@@ -38,10 +38,10 @@ void print_entry(const mrib_addrtype& source, const mrib_addrtype& group, uint32
 
 // " (node)" or " (UL node unknown)", with ", 0x%x" of the underlying interface before the ")" under -P.
 void add_underlying(OstrelLine& line, const mrib_amt_intrf_pod& intf) {
-  const char* node =
-      intf.UnderlyingInterfaceNode != kNoNode ? ostrel_node_name(intf.UnderlyingInterfaceNode, 79) : nullptr;
-  if (node != nullptr) {
-    line.add(" (").add(node);
+  std::optional<std::string_view> node;
+  if (intf.UnderlyingInterfaceNode != kNoNode) node = ostrel_node_name(intf.UnderlyingInterfaceNode, 79);
+  if (node) {
+    line.add(" (").add(*node);
   } else {
     line.add(" (UL node unknown");
   }
@@ -51,8 +51,7 @@ void add_underlying(OstrelLine& line, const mrib_amt_intrf_pod& intf) {
 
 // An AMT route's interfaces are printed by the million: their lines are assembled in place.
 void print_interface(const mrib_amt_intrf_pod& intf) {
-  const char* name = ostrel_ifh_name(intf.Interface, 0);
-  std::string_view name_text(name, strnlen(name, 79));  // as a buffer of 80 holds it
+  std::string_view name_text = ostrel_ifh_name(intf.Interface, 0);
   OstrelLine line;
   if (intf.Type == kAmtTunnel) {
     ostrel_add_dotted(line.add(kIndent).add("AMT Gateway: "), intf.AMTGateway);
@@ -104,8 +103,8 @@ void mrib_amt_route_ex_print(const mrib_amt_route_ex_pod* route) {
   for (const mrib_amt_gw_id_ex_pod& tunnel : std::span(route->GW_IDs.data, route->GW_IDs.count)) {
     ostrel_outf("  AMT Tunnel ID: %05d GW: %s/%u \n", static_cast<int>(tunnel.AMTId),
                 ostrel_amt_dotted(route->GWAddress), route->GWPort);
-    ostrel_outf("    Joined  %s ago\n", ostrel_dhms_text(tunnel.JoinTime));
-    ostrel_outf("    Expired %s ago\n", ostrel_dhms_text(tunnel.ExpireTime));
+    ostrel_outf("    Joined  %s ago\n", ostrel_dhms_text(tunnel.JoinTime).data());
+    ostrel_outf("    Expired %s ago\n", ostrel_dhms_text(tunnel.ExpireTime).data());
     ostrel_outf("    Total Packets/Bytes Sent: %lu/%lu\n", tunnel.OutPkts, tunnel.OutBytes);
   }
 }

@@ -170,8 +170,8 @@ void print_mvpn_line(const mrib_lib_route_pod& route) {
   }
   if (route.MDT_BGP_InterfaceHandle != 0) line.add(kPiece, "BGP IFH: 0x%x", route.MDT_BGP_InterfaceHandle);
   if (route.FallbackMasterLineCard != 0) {
-    if (const char* slot = ostrel_fapid_name(route.FallbackMasterLineCard, 79)) {
-      line.add(kPiece, "FB MLC: %s", slot);
+    if (std::optional<std::string_view> slot = ostrel_fapid_name(route.FallbackMasterLineCard, 79)) {
+      line.add(kPiece, "FB MLC: %s", slot->data());
     } else {
       line.add(kPiece, "FB MLC: %s (0x%x)", "slot unknown", route.FallbackMasterLineCard);
     }

@@ -158,7 +158,7 @@ void print_groups(const char* side, const pod_array<mrib_group_rng_pod>& groups)
 void print_interfaces(const char* side, const pod_array<uint32_t>& handles) {
   for (uint64_t i = 0; i < handles.count; ++i) {
     uint32_t handle = handles.data[i];
-    ostrel_outf("      %s %.79s\n", side, handle == 0 ? "All" : ostrel_ifh_name(handle, 0));
+    ostrel_outf("      %s %.79s\n", side, handle == 0 ? "All" : ostrel_ifh_name(handle, 0).data());
   }
 }
 

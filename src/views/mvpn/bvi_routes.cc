@@ -40,10 +40,10 @@ constexpr CycleMessages kListMessages{.read = "Reading result BVI data-list %s\n
 // The designation line: a text that does not fit is reported and the line printed empty, for the rest of
 // the route still says something.
 void add_designation(OstrelLine& line, const mrib_bvi_route_pod& route) {
-  const char* name = ostrel_ifh_name(route.BVIIfhandle, 0);
+  std::string_view name = ostrel_ifh_name(route.BVIIfhandle, 0);
   char ifname[80];
-  const size_t length = strnlen(name, sizeof ifname - 1);
-  std::memcpy(ifname, name, length);
+  const size_t length = std::min(name.size(), sizeof ifname - 1);
+  std::memcpy(ifname, name.data(), length);
   ifname[length] = '\0';
   char entry[256];
   int written = mrib_utl_print_bvi_entry(

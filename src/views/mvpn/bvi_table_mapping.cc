@@ -24,7 +24,7 @@ constexpr CycleMessages kListMessages{
 
 void mrib_bvi_interface_print(const mrib_bvi_interface_pod& mapping, void*) {
   char name[80];
-  std::snprintf(name, sizeof name, "%s", ostrel_ifh_name(mapping.BVI_Name, 0));
+  std::snprintf(name, sizeof name, "%s", ostrel_ifh_name(mapping.BVI_Name, 0).data());
   ostrel_outf("Interface : %s\n", name);
   ostrel_outf("Table : %s (0x%x)\n\n", ostrel_text_or_empty(mapping.TableName), mapping.Table_Id);
 }

@@ -96,8 +96,8 @@ void print_nodes(OstrelLine& line, const pod_array<mrib_encapid_node_pod>& nodes
     ostrel_make_room(line, kElementRoom);
     if (index != 0 && index % 7 == 0) line.add("\n        ");
     ++index;
-    if (const char* name = ostrel_node_name(node.NodeID, 79)) {
-      line.add(' ').add(name);
+    if (std::optional<std::string_view> name = ostrel_node_name(node.NodeID, 79)) {
+      line.add(' ').add(*name);
     } else {
       ostrel_add_hex(line.add(" Un0x"), node.NodeID);
     }
@@ -152,9 +152,9 @@ void print_states(OstrelLine& line, const mrib_encapid_pod& encap) {
     ostrel_outf("In PD Retry: %c\nIs Label Encap: %c\nIs WTX failed: %c\n", yes_no(encap.InPDRetryList),
                 yes_no(encap.IsLabelEncap), yes_no(encap.IsWTXCommunicationFailed));
   if (encap.ExpirationValid != 0) {
-    const char* left = ostrel_duration_text(encap.ExpirationTime);
+    std::string_view left = ostrel_duration_text(encap.ExpirationTime).value_or("");
     char expires[20];
-    std::snprintf(expires, sizeof expires, "%s", left != nullptr ? left : "");
+    std::snprintf(expires, sizeof expires, "%s", left.data());
     ostrel_outf("Expires: %s\n", expires);
   }
 }

@@ -98,8 +98,8 @@ void print_history(const mrib_evpn_bkt_pod& bucket) {
 
 void print_bucket(const mrib_evpn_bkt_pod& bucket, void*) {
   char state[24];
-  const char* uptime = ostrel_dhms_text(bucket.Uptime);
-  ostrel_outf("%-31s0x%-15x%-10d%-11s%-20s%s\n", ostrel_ifh_name(bucket.Interface, 0), bucket.Interface,
+  const char* uptime = ostrel_dhms_text(bucket.Uptime).data();
+  ostrel_outf("%-31s0x%-15x%-10d%-11s%-20s%s\n", ostrel_ifh_name(bucket.Interface, 0).data(), bucket.Interface,
               static_cast<int>(bucket.BucketID), state_text(bucket.State, state), uptime,
               (bucket.Flags & kDeleteInProgress) != 0 ? "Y" : "N");
   if (ostrel_private) print_history(bucket);

@@ -151,7 +151,7 @@ void print_labels(const char* heading, const pod_array<mrib_iir_label_pod>& labe
   ostrel_out(heading);
   for (const mrib_iir_label_pod& label : ostrel_items(labels)) {
     ostrel_outf("  %d, %s (0x%x)%s%s\n", static_cast<int>(label.Label),
-                ostrel_ifh_name(label.VirtualInterface, 1), label.VirtualInterface,
+                ostrel_ifh_name(label.VirtualInterface, 1).data(), label.VirtualInterface,
                 label.RecursiveOutgoinfInfo ? ", rec" : "", entry_piece(label.EntryPointer).text);
   }
 }

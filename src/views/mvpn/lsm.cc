@@ -35,7 +35,7 @@ std::string_view tunnel_text(const mrib_mpls_db_pod& entry, OstrelLine& buffer) 
   if (entry.CTIDType == kLsmIdType) {
     buffer.add(uint64_t{entry.MTEInterface});
   } else {
-    buffer.add(entry.MTEInterface == 0 ? "<unknown>" : ostrel_ifh_name(entry.MTEInterface, 0));
+    buffer.add(entry.MTEInterface == 0 ? std::string_view("<unknown>") : ostrel_ifh_name(entry.MTEInterface, 0));
   }
   return buffer.text();
 }

@@ -30,7 +30,7 @@ void print_route_references(const mrib_mdt_ifh_pod& ifh) {
 
 void print_mdt_ifh(const mrib_mdt_ifh_pod& ifh) {
   // An uptime with its top bit set has no duration text; it reads as the other views write an unknown one.
-  const char* uptime = ostrel_dhms_text(ifh.MDTUpTime);
+  const char* uptime = ostrel_dhms_text(ifh.MDTUpTime).data();
   ostrel_outf("0x%x(%s)  TID:0x%x  MH:%d  I:%d  EX:%d  Up:%s \n", ifh.MDTInterface,
               interface_name(ifh.MDTInterface, 1), ifh.MDTInterfaceTableID,
               static_cast<int>(ifh.MHReferenceCount), static_cast<int>(ifh.IntranetReferenceCount),

@@ -47,7 +47,7 @@ void print_paths(const pod_array<mrib_nh_path_pod>& paths) {
     const mrib_nh_path_pod& path = paths.data[i];
     ostrel_out(i == 0 ? "  Path(s)           : " : "                    : ");
     ostrel_outf("%-16s 0x%x %s Primary (%u) Backup (%u)\n", ostrel_text_or_empty(path.MRIBNHString),
-                path.OutIntf, ostrel_ifh_name(path.OutIntf, 1), path.PrimCount, path.BackupCount);
+                path.OutIntf, ostrel_ifh_name(path.OutIntf, 1).data(), path.PrimCount, path.BackupCount);
   }
 }
 

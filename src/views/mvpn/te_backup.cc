@@ -46,13 +46,13 @@ void print_in_labels(const pod_array<uint32_t>& labels) {
 void print_tunnel(const mrib_mpls_bkup_pod& backup, const mrib_mpls_bkup_tun_pod& tunnel) {
   print_heading();
   ostrel_outf("%-25s %-13s ", ostrel_text_or_empty(backup.ProtIfName),
-              ostrel_ifh_name(tunnel.BackupTunnel, 0));
+              ostrel_ifh_name(tunnel.BackupTunnel, 0).data());
   char label[8];
   char clients[8];
   std::snprintf(label, sizeof label, "%u", tunnel.BackupLabel);
   std::snprintf(clients, sizeof clients, "%c/%c", backup.TE_Client != 0 ? 'y' : 'n',
                 backup.LMRIB_Entry != 0 ? 'y' : 'n');
-  ostrel_outf("%-25s %-14s %-10s %s\n", ostrel_ifh_name(tunnel.BackupOutIntf, 0), label, clients,
+  ostrel_outf("%-25s %-14s %-10s %s\n", ostrel_ifh_name(tunnel.BackupOutIntf, 0).data(), label, clients,
               tunnel.BackupActive != 0 ? "Act" : "Rdy");
   print_in_labels(tunnel.InLabels);
 }

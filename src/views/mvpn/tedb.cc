@@ -20,7 +20,7 @@ constexpr char kOleContinuation[] = "\n                      ";
 static_assert(sizeof kOleContinuation - 2 == 22);
 
 void print_interface(const char* label, uint32_t handle) {
-  ostrel_outf("%s%s\n", label, ostrel_ifh_name(handle, 0));
+  ostrel_outf("%s%s\n", label, ostrel_ifh_name(handle, 0).data());
 }
 
 void print_address(const char* label, uint32_t address) {

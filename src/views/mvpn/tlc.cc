@@ -30,7 +30,7 @@ void print_master(uint32_t fapid) {
 
 // Handle 0 leaves the text empty rather than "Null": no fallback interface is not an interface.
 void print_fallback_interface(uint32_t handle) {
-  ostrel_outf("Fallback Master LC virtual interface: %.79s\n", handle != 0 ? ostrel_ifh_name(handle, 0) : "");
+  ostrel_outf("Fallback Master LC virtual interface: %.79s\n", handle != 0 ? ostrel_ifh_name(handle, 0).data() : "");
 }
 
 void print_nodes(const pod_array<mrib_mdt_node_pod>& nodes) {

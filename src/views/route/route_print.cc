@@ -2,6 +2,7 @@
 // from the two pools, and the node rate blocks. Every text is written where its line is printed.
 #include "views/route/route_print.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -25,13 +26,11 @@ constexpr char kOverflow[] = "buffer overflow in printing MRIB route\n";
 // The slot holding forwarding processor `fapid`, or `unset_word` for the all-ones value.
 const char* slot_text(uint32_t fapid, const char* unset_word) {
   if (fapid == kUnset) return unset_word;
-  const char* name = ostrel_fapid_name(fapid, 79);
-  return name != nullptr ? name : "unknown";
+  return ostrel_fapid_name(fapid, 79).value_or("unknown").data();
 }
 
-const char* node_text(uint32_t node_id) {
-  const char* name = ostrel_node_name(node_id, 32);
-  return name != nullptr ? name : "Slot unknown";
+std::string_view node_text(uint32_t node_id) {
+  return ostrel_node_name(node_id, 32).value_or("Slot unknown");
 }
 
 bool known_family(const mrib_addrtype& addr) {
@@ -262,17 +261,13 @@ void release_entry(list_element* element) {
 // ---- 4. The interface line -------------------------------------------------------------------------------
 
 void add_underlying(const ostrel_intf_entry& intf, OstrelLine* line) {
-  const char* slot = intf.ul_node != kUnset ? ostrel_fapid_name(intf.ul_node, 79) : nullptr;
-  if (slot != nullptr) {
-    if (ostrel_private) {
-      line->addf("(%s, 0x%x) ", slot, intf.ul_handle);
-    } else {
-      line->add('(').add(slot).add(") ");
-    }
-  } else if (ostrel_private) {
-    line->addf("(UL node unknown, 0x%x) ", intf.ul_handle);
+  std::optional<std::string_view> slot;
+  if (intf.ul_node != kUnset) slot = ostrel_fapid_name(intf.ul_node, 79);
+  std::string_view node = slot.value_or("UL node unknown");
+  if (ostrel_private) {
+    line->addf("(%s, 0x%x) ", node.data(), intf.ul_handle);
   } else {
-    line->add("(UL node unknown) ");
+    line->take(line->cursor().put('(').put(node).put(") "));
   }
 }
 
@@ -322,7 +317,7 @@ void mrib_route_print(const mrib_route_pod* route, bool split_lists, bool detail
   }
 }
 
-void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bool show_ul,
+void mrib_route_print_intf(std::string_view prefix, const ostrel_intf_entry& intf, bool show_ul,
                            const char* evpn_annot) {
   bool amt = intf.type == kOstrelIntfTypeAmt;
   OstrelLine line;
@@ -332,10 +327,13 @@ void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bo
     line.add("AMT Gateway: ").add(inet_ntoa_r(intf.amt_gateway, gateway, sizeof gateway));
     line.addf("/%u, ", intf.amt_port);
   }
-  line.add(intf.name).add(' ');
+  // Every piece up to the uptime is bounded (a name of 79, a node of 79, flags of 255, a duration of 31):
+  // together far less than a line holds, so they go in through cursors.
+  line.take(line.cursor().put(std::string_view(intf.name, intf.name_size)).put(' '));
   if ((show_ul || amt) && intf.ul_handle != 0) add_underlying(intf, &line);
-  if (intf.flags[0] != '\0') line.add("Flags: ").add(intf.flags);
-  line.add(", Up: ").add(ostrel_dhms_text(intf.uptime));
+  OstrelCursor out = line.cursor();
+  if (intf.flags_size != 0) out.put("Flags: ").put(std::string_view(intf.flags, intf.flags_size));
+  line.take(out.put(", Up: ").put(ostrel_dhms_text(intf.uptime)));
   if (ostrel_platform_detail || ostrel_private) add_platform_part(intf, &line);
   line.add('\n');
   if (amt) {
@@ -350,8 +348,7 @@ void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bo
 }
 
 int mrib_route_intf_compare(const ostrel_intf_entry* a, const ostrel_intf_entry* b) {
-  size_t a_length = std::strlen(a->name), b_length = std::strlen(b->name);
-  if (a_length != b_length) return a_length < b_length ? -1 : 1;
+  if (a->name_size != b->name_size) return a->name_size < b->name_size ? -1 : 1;
   if (int order = std::strcmp(a->name, b->name); order != 0) return order < 0 ? -1 : 1;
   if (a->amt_gateway != b->amt_gateway) return a->amt_gateway < b->amt_gateway ? -1 : 1;
   if (a->amt_port != b->amt_port) return a->amt_port < b->amt_port ? -1 : 1;
@@ -415,7 +412,7 @@ OstrelIntfList::~OstrelIntfList() {
   (void)list_destroy(list_);
 }
 
-void OstrelIntfList::print_and_release(const char* prefix, bool show_ul) {
+void OstrelIntfList::print_and_release(std::string_view prefix, bool show_ul) {
   while (list_element* element = list_dequeue(list_)) {
     const auto& intf = *static_cast<const ostrel_intf_entry*>(element->data);
     mrib_route_print_intf(prefix, intf, show_ul, intf.evpn_annot[0] != '\0' ? intf.evpn_annot : nullptr);
@@ -427,10 +424,15 @@ void OstrelIntfList::print_and_release(const char* prefix, bool show_ul) {
 // what the formatter writes. Every field is set here, so the entry is not cleared first: an interface line
 // is printed per interface of every route, and clearing 808 bytes each time cost more than filling them.
 void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
-  sstrncpy(intf->name, ostrel_ifh_name(source.Interface, 0), 80);
+  std::string_view name = ostrel_ifh_name(source.Interface, 0);
+  const size_t name_size = std::min<size_t>(name.size(), 79);  // as the platform's 80-byte buffers hold it
+  std::memcpy(intf->name, name.data(), name_size);
+  intf->name[name_size] = '\0';
+  intf->name_size = static_cast<uint8_t>(name_size);
   intf->ul_handle = source.UnderlyingInterface;
   intf->ul_node = source.UnderlyingInterfaceNode;
-  ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes);
+  intf->flags_size = static_cast<uint16_t>(
+      ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes));
   intf->uptime = source.Uptime;
   // Only the private lines show the modified attributes: a million routes need not format them unseen.
   intf->mdf.text[0] = '\0';

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "access/pod_records.h"
 #include "platform/list.h"
@@ -18,12 +19,15 @@ struct ostrel_intf_mdf {
 
 // One interface as an interface line prints it. In split mode it is saved in an element of ostrel_intf_pool
 // (808 bytes); in record order one on the stack serves every interface of a route. Texts are terminated
-// where they end; the bytes after a terminator mean nothing.
+// where they end; the bytes after a terminator mean nothing. The name's and the flags' lengths sit in what
+// would be padding, so that a line copies them without measuring them.
 struct ostrel_intf_entry {
   char name[81];
+  uint8_t name_size;
   uint32_t ul_handle;  // {UnderlyingInterface}
   uint32_t ul_node;    // {UnderlyingInterfaceNode}
   char flags[256];     // interface flag text; empty when there is none to show
+  uint16_t flags_size;
   uint64_t uptime;
   ostrel_intf_mdf mdf;
   uint32_t backup_fgid;
@@ -69,7 +73,7 @@ void mrib_route_print(const mrib_route_pod* route, bool split_lists, bool detail
 // Prints one interface line and the lines that follow it under -D and -P. `prefix` is "  " in record order
 // and "    " in the sorted lists; `show_ul` asks for the underlying interface (AMT interfaces always show
 // it). `evpn_annot` is none when the interface has no annotation to show.
-void mrib_route_print_intf(const char* prefix, const ostrel_intf_entry& intf, bool show_ul,
+void mrib_route_print_intf(std::string_view prefix, const ostrel_intf_entry& intf, bool show_ul,
                            const char* evpn_annot);
 
 // The order of the sorted lists: the shorter name first (Gi0/0/0/2 before Gi0/0/0/10), then strcmp(), then
@@ -106,7 +110,7 @@ class OstrelIntfList {
   uint32_t count() const { return list_count(list_); }
 
   // Prints every entry in list order with mrib_route_print_intf() and gives it back to its pools.
-  void print_and_release(const char* prefix, bool show_ul);
+  void print_and_release(std::string_view prefix, bool show_ul);
 
  private:
   list_t list_ = nullptr;
