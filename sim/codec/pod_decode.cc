@@ -57,15 +57,18 @@ class Decoder {
     const Program& p = t_.program(index);
     const uint64_t bytes = count * p.size;  // arrays bound their count by the bytes left before this
     if (bytes > length_ - cursor_) return truncated_image(index, length_ - cursor_);
-    std::memcpy(dest, data_ + cursor_, bytes);
+    const unsigned char* from = data_ + cursor_;
     cursor_ += static_cast<uint32_t>(bytes);
-    if (p.has_mask) {
+    if (!p.has_mask) {
+      std::memcpy(dest, from, bytes);
+    } else {
       uint64_t bad = 0;
       if (p.tile_count == 0) {
-        for (uint64_t e = 0; e < count; ++e) bad |= masked_bits(dest + e * p.size, p.mask.data(), p.size);
+        for (uint64_t e = 0; e < count; ++e)
+          bad |= copy_masked(dest + e * p.size, from + e * p.size, p.mask.data(), p.size);
       } else {
         for (uint64_t e = 0; e < count; e += p.tile_count)
-          bad |= masked_bits(dest + e * p.size, p.tile.data(),
+          bad |= copy_masked(dest + e * p.size, from + e * p.size, p.tile.data(),
                              std::min<uint64_t>(p.tile_count, count - e) * p.size);
       }
       if (bad != 0) return unclean(index, dest, count, indexed);
@@ -417,6 +420,28 @@ masked_bits(const unsigned char* image, const unsigned char* mask, size_t size) 
   return bad;
 }
 
+#if defined(__x86_64__) && defined(__GNUC__)
+__attribute__((target_clones("avx2", "default")))
+#endif
+uint64_t
+copy_masked(unsigned char* __restrict to, const unsigned char* __restrict from,
+            const unsigned char* __restrict mask, size_t size) {
+  uint64_t bad = 0;
+  const size_t words = size / 8;
+  for (size_t i = 0; i < words; ++i) {
+    uint64_t v, m;
+    std::memcpy(&v, from + 8 * i, 8);
+    std::memcpy(&m, mask + 8 * i, 8);
+    std::memcpy(to + 8 * i, &v, 8);
+    bad |= v & m;
+  }
+  for (size_t i = words * 8; i < size; ++i) {
+    to[i] = from[i];
+    bad |= from[i] & mask[i];
+  }
+  return bad;
+}
+
 void* allocate(size_t count, size_t size) {
   return take_allocation() ? std::calloc(count, size == 0 ? 1 : size) : nullptr;
 }
@@ -441,6 +466,7 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
       case Kind::kText: {
         char* text;
         std::memcpy(&text, at, sizeof(text));
+        if (text == nullptr) break;  // most optional texts are absent, and a call to free nothing is not free
         std::free(text);
         std::memset(at, 0, sizeof(void*));
         break;

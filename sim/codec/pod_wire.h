@@ -75,6 +75,11 @@ inline void write_header(Writer& w, std::string_view name, uint64_t fingerprint)
 // together: zero for a clean image. One pass over whole words, which the compiler vectorises.
 uint64_t masked_bits(const unsigned char* image, const unsigned char* mask, size_t size);
 
+// Copies `size` bytes of an image from `from` to `to` and returns masked_bits() of them, in the same pass: the
+// decoder's copy and check of a record are then one read of it, not two.
+uint64_t copy_masked(unsigned char* __restrict to, const unsigned char* __restrict from,
+                     const unsigned char* __restrict mask, size_t size);
+
 // The same for the few bytes of a union's case area, where a call and a vector loop cost more than they save.
 inline uint64_t small_masked_bits(const unsigned char* image, const unsigned char* mask, size_t size) {
   if (size > 16 || size % 8 != 0) return masked_bits(image, mask, size);
