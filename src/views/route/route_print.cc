@@ -421,8 +421,9 @@ void OstrelIntfList::print_and_release(std::string_view prefix, bool show_ul) {
 }
 
 // The longest interface flag text (all 27 mnemonics) is 86 characters, so the entry's own flag field holds
-// what the formatter writes. Every field is set here, so the entry is not cleared first: an interface line
-// is printed per interface of every route, and clearing 808 bytes each time cost more than filling them.
+// what the formatter writes. The entry is not cleared first: an interface line is printed per interface of
+// every route, and clearing 808 bytes each time cost more than filling them. What only -P, -D or an AMT
+// interface's lines print is filled only for them; the rest is set for every interface.
 void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
   std::string_view name = ostrel_ifh_name(source.Interface, 0);
   const size_t name_size = std::min<size_t>(name.size(), 79);  // as the platform's 80-byte buffers hold it
@@ -434,7 +435,13 @@ void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* 
   intf->flags_size = static_cast<uint16_t>(
       ostrel_fmt_intf_flags(intf->flags, sizeof intf->flags, &source.InterfaceAttributes));
   intf->uptime = source.Uptime;
-  // Only the private lines show the modified attributes: a million routes need not format them unseen.
+  intf->type = source.Type;
+  intf->amt_gateway = source.AMTGateway;  // the sorted lists order equal names by gateway and port
+  intf->amt_port = source.AMTPort;
+  intf->link_ptr = 0;
+  intf->evpn_annot[0] = '\0';
+  const bool amt = source.Type == kOstrelIntfTypeAmt;
+  if (!amt && !ostrel_private && !ostrel_platform_detail) return;
   intf->mdf.text[0] = '\0';
   if (ostrel_private) ostrel_fmt_intf_flags(intf->mdf.text, sizeof intf->mdf.text, &source.ifMdfAttr);
   intf->mdf.add_count = source.liAddRedistCount;
@@ -444,11 +451,7 @@ void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* 
   intf->next_encap_ptr = source.NextEncapsulationPointer;
   intf->head_lsm_id = source.HeadLSMIdentifier;
   intf->nsf_attr = &source.NSFInterfaceAttributes;
-  intf->type = source.Type;
-  bool amt = source.Type == kOstrelIntfTypeAmt;
   intf->src = amt ? source.AMTSource : source.GREEncapsulationSourceAddress;
-  intf->amt_gateway = source.AMTGateway;
-  intf->amt_port = source.AMTPort;
   intf->nexthop_or_group = amt ? source.AMTNexthop : source.GREEncapsulationGroupAddress;
   intf->amt_mtu = source.AMT_MTU;
   intf->amt_tos = source.AMT_TOS;
@@ -461,8 +464,6 @@ void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* 
   intf->next_virt = source.NextVirutalInterfacePointer;
   intf->next_phys = source.NextPhysicalInterfacePointer;
   intf->prev_phys = source.PreviousPhysicalInterfacePointer;
-  intf->link_ptr = 0;
-  intf->evpn_annot[0] = '\0';
   if (source.InterfaceAttributes.EVPN_MH_Interface && source.EVPN_MH_Annot != nullptr)
     sstrncpy(intf->evpn_annot, source.EVPN_MH_Annot, sizeof intf->evpn_annot);
 }
