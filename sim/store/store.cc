@@ -33,12 +33,16 @@ struct vellum_handle_s {
 struct vellum_datalist_s {
   struct Row {
     size_t path;
-    size_t data;
-    uint32_t length;
+    size_t packed;
+    uint32_t packed_size;
     uint32_t type;
   };
   std::string dir;
-  std::string buffer;
+  std::string buffer;  // the rows' paths and packed data
+  // The item last handed out, unpacked. A batch keeps its items packed and unpacks each as it is handed
+  // out, into this one buffer: the reader finds it in the cache, where a batch unpacked whole would be a
+  // few hundred kilobytes written long before they are read.
+  std::string record;
   std::vector<Row> rows;
   size_t next = 0;
   bool more = false;
@@ -48,6 +52,7 @@ struct vellum_datalist_s {
   void reset() {
     dir.clear();
     buffer.clear();
+    record.clear();
     rows.clear();
     next = 0;
     more = false;
@@ -153,13 +158,13 @@ bool append_row(vellum_datalist_s* list, sqlite3_stmt* stmt) {
   list->buffer.append(reinterpret_cast<const char*>(sqlite3_column_text(stmt, 0)),
                       sqlite3_column_bytes(stmt, 0));
   list->buffer += '\0';
-  list->buffer.resize((list->buffer.size() + 7) & ~size_t{7});
-  row.data = list->buffer.size();
+  row.packed = list->buffer.size();
   row.type = static_cast<uint32_t>(sqlite3_column_int64(stmt, 1));
   const void* blob = sqlite3_column_blob(stmt, 2);
-  if (!unpack_record_append(blob, static_cast<size_t>(sqlite3_column_bytes(stmt, 2)), &list->buffer))
-    return false;
-  row.length = static_cast<uint32_t>(list->buffer.size() - row.data);
+  const int size = sqlite3_column_bytes(stmt, 2);
+  if (!blob) return false;  // no packed record is empty
+  list->buffer.append(static_cast<const char*>(blob), static_cast<size_t>(size));
+  row.packed_size = static_cast<uint32_t>(size);
   list->rows.push_back(row);
   return true;
 }
@@ -289,10 +294,13 @@ cerr_t vellum_datalist_next(vellum_datalist_t list, const char** item_path, uint
   int64_t index = list->first_index + static_cast<int64_t>(list->next);
   if (auto fault = find_fault("next", list->dir, index)) return fault->code;
   const vellum_datalist_s::Row& row = list->rows[list->next++];
+  list->record.clear();
+  if (!unpack_record_append(list->buffer.data() + row.packed, row.packed_size, &list->record))
+    return kStoreUnavailable;
   *item_path = list->buffer.data() + row.path;
   *data_type = row.type;
-  *data = list->buffer.data() + row.data;
-  *data_length = row.length;
+  *data = list->record.data();
+  *data_length = static_cast<uint32_t>(list->record.size());
   if (flags) *flags = 0;
   return kCerrOk;
 }

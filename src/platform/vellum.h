@@ -8,7 +8,7 @@
 
 // A connection to one directory of the store. Paths given with a handle are relative to that directory.
 typedef struct vellum_handle_s* vellum_handle_t;
-// One batch of items with their data; everything it hands out lives until vellum_datalist_free().
+// One batch of items with their data; what it hands out belongs to it (see vellum_datalist_next()).
 typedef struct vellum_datalist_s* vellum_datalist_t;
 // The names below one path; it belongs to the handle that made it and lives until that handle is unbound.
 typedef struct vellum_list_s* vellum_list_t;
@@ -34,7 +34,8 @@ inline constexpr uint32_t kVellumDataTypePod = 7;
 
 // Hands out the next item of the batch: its absolute path, data type and data. `*flags` receives the item's
 // store flags (none are defined off the router: always 0). Past the last item it fails with the not-found
-// code. What it hands out is owned by the list.
+// code. What it hands out is owned by the list: the path until vellum_datalist_free(), the data until the
+// next call of this function or vellum_datalist_free(), whichever comes first.
 [[nodiscard]] cerr_t vellum_datalist_next(vellum_datalist_t list, const char** item_path, uint32_t* data_type,
                                           const void** data, uint32_t* data_length, uint32_t* flags);
 

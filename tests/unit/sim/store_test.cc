@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <nlohmann/json.hpp>
+#include <sqlite3.h>
 
 #include "platform/vellum.h"
 #include "sim/cerr_codes.h"
@@ -196,6 +197,35 @@ TEST_F(StoreTest, BindTakesOnlyAbsolutePathsAndUnboundHandlesFailCleanly) {
   list_names(nullptr, "", "", -1, &status);
   EXPECT_EQ(status, kStoreNotBound);
   EXPECT_EQ(vellum_unbind(nullptr), kStoreNotBound);
+}
+
+// A batch keeps its items packed and unpacks each as it is handed out: each item comes with its own data,
+// and one whose stored form is damaged fails then, after the items before it came whole.
+TEST(StoreDataTest, EachItemComesUnpackedAndADamagedOneFailsWhenHandedOut) {
+  json items = json::array();
+  for (const char* hex : {"0000000000000000000000006869", "ff", "00ff"})
+    items.push_back({{"path", std::string("/d/") + hex}, {"datatype", 7}, {"hex", hex}});
+  TestRoot root(json{{"items", items}}.dump());
+  sqlite3* db = nullptr;
+  ASSERT_EQ(sqlite3_open((root.dir() + "/vellum.db").c_str(), &db), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(db, "UPDATE items SET data = x'020501' WHERE name = 'ff'", nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_close(db);
+  root_reset_for_testing(root.dir());  // the store was read before the damage
+
+  Handle top("/");
+  uint32_t count = 256, type = 0, length = 0, flags = 0;
+  vellum_datalist_t list = nullptr;
+  const char* path = nullptr;
+  const void* data = nullptr;
+  ASSERT_EQ(vellum_datalist(top.handle, "d/", "", &count, &list, 0), kCerrOk);
+  ASSERT_EQ(vellum_datalist_next(list, &path, &type, &data, &length, &flags), kCerrOk);
+  EXPECT_STREQ(path, "/d/0000000000000000000000006869");
+  EXPECT_EQ(std::string(static_cast<const char*>(data), length), std::string(12, '\0') + "hi");
+  ASSERT_EQ(vellum_datalist_next(list, &path, &type, &data, &length, &flags), kCerrOk);
+  EXPECT_EQ(std::string(static_cast<const char*>(data), length), std::string("\0\xff", 2));
+  EXPECT_EQ(vellum_datalist_next(list, &path, &type, &data, &length, &flags), kStoreUnavailable);
+  EXPECT_EQ(vellum_datalist_free(list), kCerrOk);
 }
 
 constexpr cerr_t kCode = 0x40cc0001;
