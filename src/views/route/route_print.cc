@@ -14,6 +14,7 @@
 #include "platform/chunk.h"
 #include "platform/mrib_utl.h"
 #include "platform/text.h"
+#include "views/line_pieces.h"
 #include "views/route/route_flags.h"
 
 namespace {
@@ -55,7 +56,7 @@ bool print_header(const mrib_route_pod& route, bool detail, bool nsf) {
   if (route.RPFTableID != 0) {
     line.addf(" RPF TID: 0x%x", route.RPFTableID);
   } else if (attributes.IsRPFNeighborPresent) {
-    line.add(" RPF nbr: ").add(ostrel_addr_text(&route.RPFNeighbor));
+    ostrel_add_addr(line.add(" RPF nbr: "), route.RPFNeighbor);
   }
   if (ostrel_entry_flags_any(&attributes)) {
     line.add(" Flags: ");
@@ -427,7 +428,7 @@ void OstrelIntfList::print_and_release(std::string_view prefix, bool show_ul) {
 void ostrel_intf_entry_prepare(const mrib_intrf_pod& source, ostrel_intf_entry* intf) {
   std::string_view name = ostrel_ifh_name(source.Interface, 0);
   const size_t name_size = std::min<size_t>(name.size(), 79);  // as the platform's 80-byte buffers hold it
-  std::memcpy(intf->name, name.data(), name_size);
+  ostrel::detail::copy_short(intf->name, name.data(), name_size);  // not the compiler's string move
   intf->name[name_size] = '\0';
   intf->name_size = static_cast<uint8_t>(name_size);
   intf->ul_handle = source.UnderlyingInterface;
