@@ -37,18 +37,16 @@ int32_t hex_index = 0;
 char interface_name_buffer[80];
 char uptime_buffer[32];
 
-// A router has a few hundred interfaces and nodes; the tables hold several times that before keys meet.
-OstrelTextMemo<1024, 80> interface_names;
-OstrelTextMemo<256, 80> node_names;
-OstrelTextMemo<256, 32> durations;
-
-enum class NodeKind : uint64_t { kNode, kFapid };
+using ostrel::detail::durations;
+using ostrel::detail::interface_names;
+using ostrel::detail::NodeKind;
+using ostrel::detail::node_names;
 
 // A node or forwarding-processor name as the platform writes it into `size` bytes, remembered by kind, size
 // and identifier.
 std::optional<std::string_view> node_or_fapid_name(NodeKind kind, uint32_t id, uint32_t size) {
   OSTREL_ASSERT(size >= 1 && size <= 80, "size", kClientSource);
-  uint64_t key = static_cast<uint64_t>(kind) << 40 | uint64_t{size} << 32 | id;
+  uint64_t key = ostrel::detail::node_key(kind, id, size);
   if (std::string_view name = node_names.find(key); name.data() != nullptr) return name;
   char name[80];
   cerr_t rc = kind == NodeKind::kNode ? nodeid_to_str_external(id, name, size)
@@ -79,6 +77,15 @@ char* copy_or_abort(const char* text, const char* function, int line) {
 }
 
 }  // namespace
+
+namespace ostrel::detail {
+
+// A router has a few hundred interfaces and nodes; the tables hold several times that before keys meet.
+OstrelTextMemo<1024, 80> interface_names;
+OstrelTextMemo<256, 80> node_names;
+OstrelTextMemo<256, 32> durations;
+
+}  // namespace ostrel::detail
 
 extern "C" const char* strsave(const char* text) {
   char* slot = saved_ring[saved_counter.fetch_add(1) % kRingSlots];
@@ -166,13 +173,13 @@ const char* ostrel_ctid_text(const mrib_ctid_pod* ctid) {
   return strsave(buffer);
 }
 
-std::string_view ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
+std::string_view ostrel::detail::ifh_name_asked(uint32_t handle, uint32_t display_flags) {
   if (handle == 0) return "Null";
   if (mrib_imc_ctx == nullptr) {
     int n = std::snprintf(interface_name_buffer, sizeof interface_name_buffer, "0x%x", handle);
     return {interface_name_buffer, static_cast<size_t>(n)};
   }
-  uint64_t key = uint64_t{display_flags} << 32 | handle;
+  uint64_t key = interface_key(handle, display_flags);
   if (std::string_view name = interface_names.find(key); name.data() != nullptr) return name;
   interface_name_buffer[0] = '\0';
   imc_interface_name_result result{interface_name_buffer, sizeof interface_name_buffer, 0};
@@ -186,24 +193,16 @@ std::string_view ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
   return interface_names.keep(key, interface_name_buffer);
 }
 
-std::optional<std::string_view> ostrel_node_name(uint32_t node_id, uint32_t size) {
-  return node_or_fapid_name(NodeKind::kNode, node_id, size);
+std::optional<std::string_view> ostrel::detail::node_name_asked(NodeKind kind, uint32_t id, uint32_t size) {
+  return node_or_fapid_name(kind, id, size);
 }
 
-std::optional<std::string_view> ostrel_fapid_name(uint32_t fapid, uint32_t size) {
-  return node_or_fapid_name(NodeKind::kFapid, fapid, size);
-}
-
-std::optional<std::string_view> ostrel_duration_text(uint64_t seconds) {
+std::optional<std::string_view> ostrel::detail::duration_text_asked(uint64_t seconds) {
   if (std::string_view text = durations.find(seconds); text.data() != nullptr) return text;
   const char* text = sprint_dhms64(seconds);
   if (text == nullptr) return std::nullopt;
   std::string_view kept = durations.keep(seconds, text);
   return kept.data() != nullptr ? kept : std::string_view(text);
-}
-
-std::string_view ostrel_dhms_text(uint64_t seconds) {
-  return ostrel_duration_text(seconds).value_or("??:??:??");
 }
 
 const char* ostrel_fmt_uptime(uint32_t microseconds) {

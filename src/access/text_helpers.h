@@ -10,7 +10,9 @@
 #include <optional>
 #include <string_view>
 
+#include "access/memo.h"
 #include "access/pod_records.h"
+#include "access/session.h"
 
 // Copies `text` (at most 256 characters) into the next of five slots and returns the slot, valid until five
 // further calls. Exported by the executable for the platform's use.
@@ -72,22 +74,66 @@ bool ostrel_route_key(const mrib_addrtype& first, const mrib_addrtype& second, i
 // Returned through strsave().
 const char* ostrel_ctid_text(const mrib_ctid_pod* ctid);
 
+namespace ostrel::detail {
+
+// The run's memo of names and durations (access/memo.h). The lookups below answer from it in line, for they
+// are asked once per interface of every route, and ask the platform out of line.
+extern OstrelTextMemo<1024, 80> interface_names;
+extern OstrelTextMemo<256, 80> node_names;
+extern OstrelTextMemo<256, 32> durations;
+
+enum class NodeKind : uint64_t { kNode, kFapid };
+inline uint64_t interface_key(uint32_t handle, uint32_t display_flags) {
+  return uint64_t{display_flags} << 32 | handle;
+}
+inline uint64_t node_key(NodeKind kind, uint32_t id, uint32_t size) {
+  return static_cast<uint64_t>(kind) << 40 | uint64_t{size} << 32 | id;
+}
+std::string_view ifh_name_asked(uint32_t handle, uint32_t display_flags);
+std::optional<std::string_view> node_name_asked(NodeKind kind, uint32_t id, uint32_t size);
+std::optional<std::string_view> duration_text_asked(uint64_t seconds);
+
+}  // namespace ostrel::detail
+
 // The display name of an interface handle: "Null" for 0, "0x%x" when no interface-name server is bound,
-// "Un:0x%x" when the server cannot name it. Names are remembered for the run (access/memo.h); a failure is
-// not. Like every text of the lookups below, it is terminated where it ends, so data() may go to %s; print
-// or copy it before the next call.
-std::string_view ostrel_ifh_name(uint32_t handle, uint32_t display_flags);
+// "Un:0x%x" when the server cannot name it. Names are remembered for the run; a failure is not. Like every
+// text of the lookups below, it is terminated where it ends, so data() may go to %s; print or copy it
+// before the next call.
+inline std::string_view ostrel_ifh_name(uint32_t handle, uint32_t display_flags) {
+  using namespace ostrel::detail;
+  if (handle != 0 && mrib_imc_ctx != nullptr) {
+    std::string_view name = interface_names.find(interface_key(handle, display_flags));
+    if (name.data() != nullptr) return name;
+  }
+  return ifh_name_asked(handle, display_flags);
+}
 
 // The name that nodeid_to_str_external() or fapid_to_str_external() writes into `size` bytes (at most 80),
 // remembered for the run; none, and nothing remembered, when the platform cannot name it.
-std::optional<std::string_view> ostrel_node_name(uint32_t node_id, uint32_t size);
-std::optional<std::string_view> ostrel_fapid_name(uint32_t fapid, uint32_t size);
+inline std::optional<std::string_view> ostrel_node_name(uint32_t node_id, uint32_t size) {
+  using namespace ostrel::detail;
+  std::string_view name = node_names.find(node_key(NodeKind::kNode, node_id, size));
+  if (name.data() != nullptr) return name;
+  return node_name_asked(NodeKind::kNode, node_id, size);
+}
+inline std::optional<std::string_view> ostrel_fapid_name(uint32_t fapid, uint32_t size) {
+  using namespace ostrel::detail;
+  std::string_view name = node_names.find(node_key(NodeKind::kFapid, fapid, size));
+  if (name.data() != nullptr) return name;
+  return node_name_asked(NodeKind::kFapid, fapid, size);
+}
 
 // sprint_dhms64() remembered for the run: the duration text of `seconds`, or none when there is none.
-std::optional<std::string_view> ostrel_duration_text(uint64_t seconds);
+inline std::optional<std::string_view> ostrel_duration_text(uint64_t seconds) {
+  std::string_view text = ostrel::detail::durations.find(seconds);
+  if (text.data() != nullptr) return text;
+  return ostrel::detail::duration_text_asked(seconds);
+}
 
 // The same, or "??:??:??" when there is none: how the views write an uptime or an age.
-std::string_view ostrel_dhms_text(uint64_t seconds);
+inline std::string_view ostrel_dhms_text(uint64_t seconds) {
+  return ostrel_duration_text(seconds).value_or("??:??:??");
+}
 
 // "never" for 0, else the duration text of the whole seconds, or "??:??:??" when there is none.
 const char* ostrel_fmt_uptime(uint32_t microseconds);
