@@ -49,7 +49,7 @@ void out_spill(const char* text, size_t size);
 inline void ostrel_out(const char* text, size_t size) {
   using namespace ostrel::detail;
   if (size <= kOutSize - out_used) [[likely]] {
-    std::memcpy(out_buffer + out_used, text, size);
+    copy_short(out_buffer + out_used, text, size);
     out_used += size;
     return;
   }
