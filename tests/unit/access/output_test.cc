@@ -50,6 +50,29 @@ TEST(OstrelLine, APieceBeyondTheCapacityIsCutThere) {
   line.add(long_piece).add("abcdef").add('g').addf("%d", 12345);
   EXPECT_EQ(line.text(), long_piece + "abc");
   EXPECT_FALSE(line.fits());
+  OstrelLine number(5);
+  EXPECT_EQ(number.add("abc").add(uint64_t{12345}).text(), "abc12");
+  EXPECT_FALSE(number.fits());
+}
+
+// Short pieces are copied by overlapping moves of fixed widths: every length, through a line, a cursor and
+// the output buffer, arrives whole and in place.
+TEST(OstrelLine, PiecesOfEveryLengthArriveWhole) {
+  std::string text;
+  for (int i = 0; i < 300; ++i) text += static_cast<char>('!' + i * 7 % 90);
+  std::string all;
+  for (size_t n = 0; n <= text.size(); ++n) {
+    const std::string piece = text.substr(0, n);
+    OstrelLine line;
+    line.add('<').add(piece);
+    line.take(line.cursor().put(piece).put('>'));
+    EXPECT_EQ(line.text(), "<" + piece + piece + ">") << n;
+    all += piece;
+  }
+  EXPECT_EQ(written([&] {
+              for (size_t n = 0; n <= text.size(); ++n) ostrel_out(text.substr(0, n));
+            }),
+            all);
 }
 
 // A line of a 16-byte buffer holds 15 characters: a piece of exactly the room left does not fit, since its
