@@ -420,8 +420,10 @@ masked_bits(const unsigned char* image, const unsigned char* mask, size_t size) 
   return bad;
 }
 
-// The compiler would split the loop back into a library copy and a second pass over the copy.
-#if defined(__x86_64__) && defined(__GNUC__)
+// GCC would split the loop back into a library copy and a second pass over the copy.
+#if defined(__x86_64__) && defined(__clang__)
+__attribute__((target_clones("avx2", "default")))
+#elif defined(__x86_64__) && defined(__GNUC__)
 __attribute__((target_clones("avx2", "default"), optimize("no-tree-loop-distribute-patterns")))
 #endif
 uint64_t
