@@ -479,8 +479,21 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         unsigned char* elements;
         std::memcpy(&count, at, 8);
         std::memcpy(&elements, at + 8, sizeof(elements));
-        if (elements != nullptr && t.program(s.sub).has_indirections)
+        const Program& element = t.program(s.sub);
+        if (elements != nullptr && !element.owned_texts.empty()) {
+          for (uint64_t e = 0; e < count; ++e) {
+            for (uint32_t offset : element.owned_texts) {
+              unsigned char* slot = elements + e * s.elem_size + offset;
+              char* text;
+              std::memcpy(&text, slot, sizeof(text));
+              if (text == nullptr) continue;
+              std::free(text);
+              std::memset(slot, 0, sizeof(void*));
+            }
+          }
+        } else if (elements != nullptr && element.has_indirections) {
           for (uint64_t e = 0; e < count; ++e) release(t, s.sub, elements + e * s.elem_size);
+        }
         give_back(elements);
         std::memset(at, 0, 16);
         break;

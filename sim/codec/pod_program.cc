@@ -208,6 +208,13 @@ class Compiler {
     for (uint32_t i = 0; i < p.slots.size(); ++i)
       if (p.slots[i].owns) p.owning.push_back(i);
     p.has_indirections = !p.owning.empty();
+    for (uint32_t i : p.owning) {
+      if (p.slots[i].kind != Kind::kText) {
+        p.owned_texts.clear();
+        break;
+      }
+      p.owned_texts.push_back(p.slots[i].offset);
+    }
   }
 
   void finish_union(int32_t index) {

@@ -57,6 +57,9 @@ struct Program {
   std::vector<Slot> slots;        // every slot that needs fixing up, in offset order
   std::vector<uint32_t> owning;   // indexes into `slots` of those that own allocations
   bool has_indirections = false;  // a value may own allocations
+  // When every slot that owns allocations is a text, where those texts sit: an array of such values (a
+  // route's interfaces, with one optional text each) is released by a loop over them, not a walk per value.
+  std::vector<uint32_t> owned_texts;
   // A program of one unnamed step (an array element, a union case, a type of a single unnamed field) stands
   // for that step's value rather than for a structure of fields.
   bool single_value() const { return steps.size() == 1 && steps[0].name.empty(); }
