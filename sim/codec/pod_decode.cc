@@ -355,15 +355,23 @@ bool take_allocation() {
   return true;
 }
 
-// Large blocks given back by release(), kept for the next decode. A route's interface array is a few
-// kilobytes, beyond the sizes that the C library's own per-thread cache keeps, and a million routes would
-// otherwise make a million trips through the general allocator and back.
+// Blocks given back by release(), kept for the next decode: the next record of a listing asks for blocks of
+// the same sizes. A route's interface array is a few kilobytes, beyond the sizes that the C library's own
+// per-thread cache keeps; an encapsulation ID's or an IIR interface's several small arrays and texts
+// outnumber what that cache keeps of one size. Either way a million records would otherwise make millions
+// of trips through the general allocator and back.
 class SpareBlocks {
  public:
-  static constexpr size_t kSmallest = 1024;
+  static constexpr size_t kSmallest = 1024;  // of the large blocks
 
-  // A kept block of at least `bytes` that wastes no more than as much again, or none.
+  // A kept block of at least `bytes` (a large one wasting no more than as much again), or none.
   void* take(size_t bytes) {
+    if (bytes < kSmallest) {
+      // A small block's class is its usable size in 16-byte steps, rounded down: any block of the class
+      // that rounds `bytes` up holds them.
+      SmallClass& c = small_[(bytes + kStep - 1) / kStep];
+      return c.count != 0 ? c.blocks[--c.count] : nullptr;
+    }
     for (int i = count_ - 1; i >= 0; --i) {
       if (blocks_[i].size >= bytes && blocks_[i].size <= 2 * bytes) {
         void* block = blocks_[i].block;
@@ -377,7 +385,16 @@ class SpareBlocks {
   void give_back(void* block) {
     if (block == nullptr) return;
     size_t size = malloc_usable_size(block);
-    if (size < kSmallest || count_ == kKept) {
+    if (size < kSmallest) {
+      SmallClass& c = small_[size / kStep];
+      if (c.count == kKeptSmall) {
+        std::free(block);
+      } else {
+        c.blocks[c.count++] = block;
+      }
+      return;
+    }
+    if (count_ == kKept) {
       std::free(block);
       return;
     }
@@ -386,16 +403,25 @@ class SpareBlocks {
 
   ~SpareBlocks() {
     while (count_ != 0) std::free(blocks_[--count_].block);
+    for (SmallClass& c : small_)
+      while (c.count != 0) std::free(c.blocks[--c.count]);
   }
 
  private:
   static constexpr int kKept = 8;
+  static constexpr size_t kStep = 16;
+  static constexpr int kKeptSmall = 16;
   struct Kept {
     void* block;
     size_t size;
   };
+  struct SmallClass {
+    void* blocks[kKeptSmall];
+    int count = 0;
+  };
   Kept blocks_[kKept];
   int count_ = 0;
+  SmallClass small_[kSmallest / kStep + 1];
 };
 
 thread_local SpareBlocks spare_blocks;
@@ -451,8 +477,7 @@ void* allocate(size_t count, size_t size) {
 
 void* allocate_raw(size_t bytes) {
   if (!take_allocation()) return nullptr;
-  if (bytes >= SpareBlocks::kSmallest)
-    if (void* block = spare_blocks.take(bytes)) return block;
+  if (void* block = spare_blocks.take(bytes)) return block;
   return std::malloc(bytes);
 }
 
@@ -470,7 +495,7 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         char* text;
         std::memcpy(&text, at, sizeof(text));
         if (text == nullptr) break;  // most optional texts are absent, and a call to free nothing is not free
-        std::free(text);
+        give_back(text);
         std::memset(at, 0, sizeof(void*));
         break;
       }
@@ -487,7 +512,7 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
               char* text;
               std::memcpy(&text, slot, sizeof(text));
               if (text == nullptr) continue;
-              std::free(text);
+              give_back(text);
               std::memset(slot, 0, sizeof(void*));
             }
           }
@@ -502,7 +527,7 @@ void release(const CompiledType& t, int32_t index, unsigned char* base) {
         unsigned char* target;
         std::memcpy(&target, at, sizeof(target));
         if (target != nullptr) release(t, s.sub, target);
-        std::free(target);
+        give_back(target);
         std::memset(at, 0, sizeof(void*));
         break;
       }
