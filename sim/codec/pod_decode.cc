@@ -205,7 +205,7 @@ class Decoder {
     const size_t area_size = u.size - u.value_offset;
     if (c == nullptr || c->has_mask) {
       const unsigned char* mask = c != nullptr ? c->mask.data() : u.empty_mask.data();
-      if (small_masked_bits(area, mask, area_size) != 0)
+      if (masked_bits(area, mask, area_size) != 0)
         return unclean_case(c, area, mask, area_size, discriminator);
     }
     if (c == nullptr || c->program < 0) return true;
@@ -428,25 +428,8 @@ thread_local SpareBlocks spare_blocks;
 
 }  // namespace
 
-// Built twice where the processor may have wider vectors than the baseline, chosen once at load time.
-#if defined(__x86_64__) && defined(__GNUC__)
-__attribute__((target_clones("avx2", "default")))
-#endif
-uint64_t
-masked_bits(const unsigned char* image, const unsigned char* mask, size_t size) {
-  uint64_t bad = 0;
-  const size_t words = size / 8;
-  for (size_t i = 0; i < words; ++i) {
-    uint64_t v, m;
-    std::memcpy(&v, image + 8 * i, 8);
-    std::memcpy(&m, mask + 8 * i, 8);
-    bad |= v & m;
-  }
-  for (size_t i = words * 8; i < size; ++i) bad |= image[i] & mask[i];
-  return bad;
-}
-
-// GCC would split the loop back into a library copy and a second pass over the copy.
+// Built twice where the processor may have wider vectors than the baseline, chosen once at load time. GCC
+// would split the loop back into a library copy and a second pass over the copy.
 #if defined(__x86_64__) && defined(__clang__)
 __attribute__((target_clones("avx2", "default")))
 #elif defined(__x86_64__) && defined(__GNUC__)
