@@ -130,6 +130,7 @@ void load_faults(sqlite3* db, Declared* declared) {
   out.control_server =
       setting && sqlite3_step(setting.get()) == SQLITE_ROW && sqlite3_column_int(setting.get(), 0);
   load_faults(db, &out);
+  detail::no_faults = out.faults.empty();
   return out;
 }
 
@@ -227,7 +228,11 @@ bool control_server_available() {
   return declared().control_server;
 }
 
-std::optional<Fault> find_fault(std::string_view op, std::string_view key, int64_t index) {
+namespace detail {
+bool no_faults = false;
+}
+
+std::optional<Fault> detail::find_declared_fault(std::string_view op, std::string_view key, int64_t index) {
   const auto& faults = declared().faults;
   if (faults.empty()) return std::nullopt;
   auto found = faults.find(fault_key(op, key));
@@ -238,7 +243,7 @@ std::optional<Fault> find_fault(std::string_view op, std::string_view key, int64
   return std::nullopt;
 }
 
-bool faults_declared() {
+bool detail::faults_declared_slow() {
   return !declared().faults.empty();
 }
 
@@ -250,6 +255,7 @@ bool has_fault(std::string_view op, std::string_view key) {
 void root_reset_for_testing(const std::string& dir) {
   RootState& root = state();
   root.declared.reset();
+  detail::no_faults = false;
   root.db.reset();
   root.db_tried = false;
   root.dir = dir;

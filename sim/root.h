@@ -48,12 +48,27 @@ struct Fault {
   std::string data;       // item_get: bytes returned along with the failure
   bool has_data = false;
 };
-std::optional<Fault> find_fault(std::string_view op, std::string_view key = {}, int64_t index = -1);
+namespace detail {
+// Set once the root's fixture is known to declare no fault at all, as a router snapshot does: the services
+// ask about faults several times per item, and then every answer is no without a lookup. Cleared when the
+// process moves to another root.
+extern bool no_faults;
+std::optional<Fault> find_declared_fault(std::string_view op, std::string_view key, int64_t index);
+bool faults_declared_slow();
+}  // namespace detail
+
+inline std::optional<Fault> find_fault(std::string_view op, std::string_view key = {}, int64_t index = -1) {
+  if (detail::no_faults) [[likely]]
+    return std::nullopt;
+  return detail::find_declared_fault(op, key, index);
+}
 
 // Whether any fault of `op` is declared for `key`, at whatever index: lets a service skip counting work that
 // only a fault would need.
 bool has_fault(std::string_view op, std::string_view key = {});
 // Whether the fixture declared any fault at all: callers whose fault key costs something to build ask first.
-bool faults_declared();
+inline bool faults_declared() {
+  return !detail::no_faults && detail::faults_declared_slow();
+}
 
 }  // namespace ostrel::sim

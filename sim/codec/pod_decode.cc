@@ -77,7 +77,21 @@ class Decoder {
     for (uint64_t e = 0; e < count; ++e) {
       unsigned char* value = dest + e * p.size;
       for (const Slot& s : p.slots) {
-        if (fix(s, value, depth)) continue;
+        // Texts and unions, most slots of a record, are fixed here; arrays and pointers recurse through a
+        // call of their own, so that the common slots do not pay for a frame that recursion needs.
+        bool ok;
+        switch (s.kind) {
+          case Kind::kText:
+            ok = text(s, value + s.offset);
+            break;
+          case Kind::kUnion:
+            ok = union_value(s, value, depth);
+            break;
+          default:
+            ok = fix(s, value, depth);
+            break;
+        }
+        if (ok) continue;
         if (!s.path.empty()) failure_.path.push_back(s.path);
         if (indexed) failure_.path.push_back(element_key(e));
         return false;
@@ -104,7 +118,7 @@ class Decoder {
     return fail(kPodTruncated, "record ends inside this field");
   }
 
-  bool fix(const Slot& s, unsigned char* value, int depth) {
+  [[gnu::noinline]] bool fix(const Slot& s, unsigned char* value, int depth) {
     unsigned char* at = value + s.offset;
     switch (s.kind) {
       case Kind::kText:
@@ -440,6 +454,9 @@ copy_masked(unsigned char* __restrict to, const unsigned char* __restrict from,
             const unsigned char* __restrict mask, size_t size) {
   uint64_t bad = 0;
   const size_t words = size / 8;
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC unroll 4
+#endif
   for (size_t i = 0; i < words; ++i) {
     uint64_t v, m;
     std::memcpy(&v, from + 8 * i, 8);

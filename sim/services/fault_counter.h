@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "sim/root.h"
 #include "sim/root_testing.h"
 
 namespace ostrel::sim {
@@ -12,6 +13,8 @@ class FaultCounter {
  public:
   // The 0-based index of this call.
   int64_t next() {
+    // A root without faults matches no index, so there is nothing to count.
+    if (detail::no_faults) return -1;
     if (generation_ != root_generation()) {
       generation_ = root_generation();
       count_ = 0;
