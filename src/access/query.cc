@@ -104,6 +104,8 @@ void walk_batch(const ListSteps& steps, vellum_datalist_t list, uint32_t count, 
   result.read_failed = result.item_failed = result.decoded_any = result.have_key = false;
   result.last_name[0] = '\0';
   const char* last_path = nullptr;
+  int printed = -1;  // the buffer of the last record printed
+  int into = 0;      // the buffer the next record decodes into
   for (uint32_t i = 0; i < count; ++i) {
     const char* path = nullptr;
     uint32_t data_type = 0, length = 0, flags = 0;
@@ -118,18 +120,20 @@ void walk_batch(const ListSteps& steps, vellum_datalist_t list, uint32_t count, 
     if (steps.check_data_type && data_type != kVellumDataTypePod) {
       report(messages, messages.data_type, data_type);
       result.item_failed = true;
-    } else if (cerr_t rc = pod_decode(data, length, steps.record, steps.desc); rc != kCerrOk) {
+    } else if (cerr_t rc = pod_decode(data, length, steps.records[into], steps.desc); rc != kCerrOk) {
       report(messages, messages.decode, cerr_strerror(rc));
       result.item_failed = true;
     } else {
       result.decoded_any = true;
-      steps.print(steps.view, steps.record);
-      result.item_failed = !release(steps.record, steps.desc, messages);
-      if (steps.resume_key != nullptr)
-        result.have_key = steps.resume_key(steps.view, steps.record, result.key, sizeof result.key);
+      steps.print(steps.view, steps.records[into]);
+      result.item_failed = !release(steps.records[into], steps.desc, messages);
+      printed = into;
+      if (steps.resume_key != nullptr) into ^= 1;
     }
     if (result.item_failed && steps.item_failure == ItemFailure::kEndWalk) break;
   }
+  if (steps.resume_key != nullptr && printed >= 0)
+    result.have_key = steps.resume_key(steps.view, steps.records[printed], result.key, sizeof result.key);
   // The default key is the last item's path, which the list owns: take it before the list goes.
   if (last_path == nullptr) return;
   if (steps.resume_key == nullptr) copy_key(last_path);
@@ -155,7 +159,7 @@ bool next_batch_wanted(BatchRule rule, uint32_t more, uint32_t count, const Batc
 
 ListOutcome run_list_cycle(const ListSteps& steps) {
   ListOutcome outcome;
-  std::memset(steps.record, 0, steps.record_size);
+  for (void* record : steps.records) std::memset(record, 0, steps.record_size);
   ostrel_resume_key[0] = '\0';
   BatchResult batch;
   for (;;) {

@@ -101,9 +101,10 @@ struct ListCycle {
   // Called once, before the first item of the first batch that holds any.
   void (*on_first_batch)(Context*) = nullptr;
   void (*print)(const Record&, Context*) = nullptr;
-  // Writes the key after which the next batch starts from a record just printed; false when no usable key
-  // comes out. The cycle asks after every printed record and resumes after the last one's key, so an item
-  // that fails to decode never decides where the walk goes on; a batch that leaves no key ends the walk.
+  // Writes the key after which the next batch starts from a record printed; false when no usable key
+  // comes out. The cycle asks once per batch, of its last record printed (released, so without what
+  // decoding attached), so an item that fails to decode never decides where the walk goes on; a batch that
+  // leaves no key ends the walk.
   // None: the path of the last item read.
   bool (*resume_key)(const Record&, char* key, size_t size, Context*) = nullptr;
   // When given, a view's key that would not take the walk past the last item read (the store resumes after
@@ -140,10 +141,13 @@ struct ShowCallbacks {
 
 namespace ostrel::detail {
 
-// The decoded record of every cycle over `Record`: one buffer for the whole run, so that decoding reuses it
-// for every item. REQUIRES: no printer runs a cycle over its own record type.
+// The decoded records of every cycle over `Record`: two buffers for the whole run, so that decoding reuses
+// them for every item. A list cycle decodes into each by turns and keeps the last record printed intact
+// while the next decodes, so that a batch's resume key is made once, from its last record printed, rather
+// than after every record in case the items after it fail. REQUIRES: no printer runs a cycle over its own
+// record type.
 template <typename Record>
-inline Record decoded{};
+inline Record decoded[2]{};
 
 // The cycles' untyped form: the record buffer with its descriptor, and the typed cycle behind thunks.
 struct ListSteps {
@@ -154,7 +158,7 @@ struct ListSteps {
   bool check_data_type;
   ItemFailure item_failure;
   const pod_desc* desc;
-  void* record;
+  void* records[2];
   size_t record_size;
   const void* view;
   void (*on_first_batch)(const void* view);
@@ -199,7 +203,7 @@ ListOutcome ostrel_list_cycle(const ListCycle<Record, Context>& cycle) {
                   .check_data_type = cycle.check_data_type,
                   .item_failure = cycle.item_failure,
                   .desc = OstrelPod<Record>::desc,
-                  .record = &decoded<Record>,
+                  .records = {&decoded<Record>[0], &decoded<Record>[1]},
                   .record_size = sizeof(Record),
                   .view = &cycle,
                   .on_first_batch = nullptr,
@@ -232,7 +236,7 @@ cerr_t ostrel_item_cycle(const ItemCycle<Record, Context>& cycle) {
                   .check_data_type = cycle.check_data_type,
                   .decode_error = cycle.decode_error,
                   .desc = OstrelPod<Record>::desc,
-                  .record = &decoded<Record>,
+                  .record = &decoded<Record>[0],
                   .record_size = sizeof(Record),
                   .view = &cycle,
                   .on_read = nullptr,

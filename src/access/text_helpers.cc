@@ -131,28 +131,10 @@ bool ostrel_route_key(const mrib_addrtype& first, const mrib_addrtype& second, i
   const uint8_t* a = mrib_pod_addr_bytes(&first);
   const uint8_t* b = mrib_pod_addr_bytes(&second);
   if (a == nullptr || b == nullptr || size < 32) return false;
-  // The same text as ip_maddr_hex_string() gives, written by hand: list walks ask for it after every record.
-  static constexpr char kHex[] = "0123456789abcdef";
-  char* at = key;
-  for (const uint8_t* bytes : {a, b}) {
-    for (int i = 0; i < 4; ++i) {
-      *at++ = kHex[bytes[i] >> 4];
-      *at++ = kHex[bytes[i] & 15];
-    }
-    *at++ = ',';
-  }
-  // At most 11 characters of "%d" and a terminator: 18 + 12 fit the 32 bytes asked for.
-  char digits[12];
-  int count = 0;
-  int64_t value = length;
-  uint64_t magnitude = value < 0 ? static_cast<uint64_t>(-value) : static_cast<uint64_t>(value);
-  do {
-    digits[count++] = static_cast<char>('0' + magnitude % 10);
-    magnitude /= 10;
-  } while (magnitude != 0);
-  if (value < 0) *at++ = '-';
-  while (count > 0) *at++ = digits[--count];
-  *at = '\0';
+  // Each address as ip_maddr_hex_string() writes it; 18 characters, at most 11 of "%d" and a terminator fit
+  // the 32 bytes asked for.
+  std::snprintf(key, size, "%02x%02x%02x%02x,%02x%02x%02x%02x,%d", a[0], a[1], a[2], a[3], b[0], b[1], b[2],
+                b[3], length);
   return true;
 }
 

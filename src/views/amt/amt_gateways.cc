@@ -64,16 +64,12 @@ void mrib_amt_gw_summary_print(const mrib_amt_gw_summary_pod* gateway) {
               gateway->OutExBytes);
 }
 
-// "address,port": the address in host byte order. Every mode's records carry both. Asked after every record,
-// so written by hand as "%08x,%d" writes it.
+// "address,port": the address in host byte order. Every mode's records carry both.
 template <typename Record>
 bool gateway_key(const Record& gateway, char* key, size_t size) {
-  OstrelLine line(size - 1);
-  ostrel_add_hex(line, ntohl(gateway.GW_Addr), 8).add(',').add_signed(static_cast<int>(gateway.GW_Port));
-  if (!line.fits()) return false;
-  std::memcpy(key, line.text().data(), line.text().size());
-  key[line.text().size()] = '\0';
-  return true;
+  const int length =
+      std::snprintf(key, size, "%08x,%d", ntohl(gateway.GW_Addr), static_cast<int>(gateway.GW_Port));
+  return length >= 0 && static_cast<size_t>(length) < size;
 }
 
 // ---- Modes -----------------------------------------------------------------------------------------------

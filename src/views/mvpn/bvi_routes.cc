@@ -137,12 +137,8 @@ constexpr PathRow kPaths[] = {
 // "0x%x,source,group,length": the handle, then the route's key with both addresses in hexadecimal. A route
 // whose addresses have no such text gives no key, and the walk ends with it.
 bool bvi_route_resume_key(const mrib_bvi_route_pod& route, char* key, size_t size, bool*) {
-  // Asked after every route: "0x%x," written by hand.
-  OstrelLine handle(size - 1);
-  ostrel_add_hex(handle.add("0x"), route.BVIIfhandle).add(',');
-  const size_t length = handle.text().size();
-  if (!handle.fits() || length >= size) return false;
-  std::memcpy(key, handle.text().data(), length);
+  const int length = std::snprintf(key, size, "0x%x,", route.BVIIfhandle);
+  if (length < 0 || static_cast<size_t>(length) >= size) return false;
   return ostrel_route_key(route.Source, route.GroupRange.GroupPrefix,
                           static_cast<int>(route.GroupRange.GroupPrefixLength), key + length, size - length);
 }
