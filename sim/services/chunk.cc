@@ -19,7 +19,7 @@ struct chunk_pool_s {
   uint32_t flags = 0;
   std::unique_ptr<std::max_align_t[]> storage;
   std::vector<uint32_t> free_slots;  // a stack: the slot freed last is handed out next, still warm in cache
-  std::vector<bool> handed_out;
+  std::vector<uint8_t> handed_out;  // a byte each: tested and set on every allocation
   int64_t allocations = 0;  // chunk_malloc() calls so far, the index of "pool_alloc" faults
   bool alloc_faults = false;
 
@@ -45,7 +45,7 @@ std::unique_ptr<chunk_pool_s> make_pool(const char* name, uint32_t element_size,
   if (!pool->storage) return nullptr;
   pool->free_slots.reserve(count);
   for (uint32_t i = count; i > 0; --i) pool->free_slots.push_back(i - 1);
-  pool->handed_out.assign(count, false);
+  pool->handed_out.assign(count, 0);
   pool->alloc_faults = has_fault("pool_alloc", pool->name);
   return pool;
 }
@@ -73,7 +73,7 @@ void* chunk_malloc(chunk_t pool) {
   if (pool->free_slots.empty()) return nullptr;
   uint32_t slot = pool->free_slots.back();
   pool->free_slots.pop_back();
-  pool->handed_out[slot] = true;
+  pool->handed_out[slot] = 1;
   std::byte* element = pool->slot(slot);
   if (pool->flags & kChunkFlagZero) std::memset(element, 0, pool->stride);
   return element;
@@ -88,7 +88,7 @@ cerr_t chunk_free(chunk_t pool, void* element) {
   if (offset % pool->stride != 0) return ostrel::sim::kBadArgument;
   uint32_t slot = static_cast<uint32_t>(offset / pool->stride);
   if (!pool->handed_out[slot]) return ostrel::sim::kBadArgument;
-  pool->handed_out[slot] = false;
+  pool->handed_out[slot] = 0;
   pool->free_slots.push_back(slot);
   return kCerrOk;
 }
