@@ -54,7 +54,9 @@ void print_element(const char* name, const void* data, uint32_t length, const po
 // next one continues it, as the system writes them.
 template <typename Record, void (*print)(const Record&)>
 void ostrel_print_element(const char* name, const void* data, uint32_t length) {
-  Record record{};  // cleared before every decode
+  // One buffer for the run: pod_decode() writes every byte of it, so clearing it again for each item of a
+  // listing would only cost a string store per item.
+  static Record record{};
   ostrel::detail::print_element(name, data, length, OstrelPod<Record>::desc, &record,
                                 [](const void* decoded) { print(*static_cast<const Record*>(decoded)); });
 }

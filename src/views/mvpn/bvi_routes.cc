@@ -43,7 +43,7 @@ void add_designation(OstrelLine& line, const mrib_bvi_route_pod& route) {
   std::string_view name = ostrel_ifh_name(route.BVIIfhandle, 0);
   char ifname[80];
   const size_t length = std::min(name.size(), sizeof ifname - 1);
-  std::memcpy(ifname, name.data(), length);
+  ostrel::detail::copy_short(ifname, name.data(), length);  // not the compiler's string move
   ifname[length] = '\0';
   char entry[256];
   int written = mrib_utl_print_bvi_entry(
