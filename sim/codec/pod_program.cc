@@ -6,6 +6,8 @@
 #include <mutex>
 #include <unordered_map>
 
+#include "sim/codec/pod_wire.h"
+
 namespace ostrel::sim::codec {
 namespace {
 
@@ -394,6 +396,8 @@ std::unique_ptr<CompiledType> build(const pod_desc* desc, std::string* err) {
   out->desc = desc;
   out->name = desc->name;
   out->fingerprint = fingerprint_of(compact);
+  Writer header(&out->header);
+  write_header(header, out->name, out->fingerprint);
   if (!Compiler(*schema, *out).run(err)) return nullptr;
   for (const Program& p : out->programs)
     for (const Step& step : p.steps)

@@ -105,7 +105,8 @@ struct CompiledType {
   const pod_desc* desc = nullptr;
   std::string name;
   uint64_t fingerprint = 0;
-  int32_t root = 0;  // program of the record type
+  std::string header;  // the header that a record of this type begins with, as write_header() writes it
+  int32_t root = 0;    // program of the record type
   std::vector<Program> programs;
   std::vector<UnionProgram> unions;
 
