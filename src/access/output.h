@@ -4,6 +4,7 @@
 // an OstrelLine and emitted whole. Nothing else in the program writes to stdout, so the order holds.
 #pragma once
 
+#include <bit>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -35,6 +36,56 @@ inline void copy_short(char* to, const char* from, size_t size) {
     to[0] = from[0];
     to[size / 2] = from[size / 2];
     to[size - 1] = from[size - 1];
+  }
+}
+
+// The number of decimal digits of `value`: from its bit width, which leaves two candidates, and one
+// comparison with a power of ten.
+inline size_t decimal_size(uint64_t value) {
+  static constexpr uint64_t kPowers[20] = {1u,
+                                           10u,
+                                           100u,
+                                           1000u,
+                                           10000u,
+                                           100000u,
+                                           1000000u,
+                                           10000000u,
+                                           100000000u,
+                                           1000000000u,
+                                           10000000000u,
+                                           100000000000u,
+                                           1000000000000u,
+                                           10000000000000u,
+                                           100000000000000u,
+                                           1000000000000000u,
+                                           10000000000000000u,
+                                           100000000000000000u,
+                                           1000000000000000000u,
+                                           10000000000000000000u};
+  // 1233 / 4096 is just above log10(2): the guess is the digit count or one less. Zero counts as one, which
+  // has the same digit count.
+  const uint64_t nonzero = value | 1;
+  const auto guess = static_cast<size_t>(std::bit_width(nonzero) * 1233 >> 12);
+  return guess + (nonzero >= kPowers[guess] ? 1 : 0);
+}
+
+// Writes the decimal digits of `value` so that they end just before `end`, two at a time: counters and rates
+// are printed by the million, and a division per digit cost more than the rest of their line.
+inline void write_decimal(char* end, uint64_t value) {
+  static constexpr char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+      "8081828384858687888990919293949596979899";
+  while (value >= 100) {
+    const size_t pair = 2 * static_cast<size_t>(value % 100);
+    value /= 100;
+    end -= 2;
+    std::memcpy(end, kPairs + pair, 2);
+  }
+  if (value >= 10) {
+    std::memcpy(end - 2, kPairs + 2 * value, 2);
+  } else {
+    end[-1] = static_cast<char>('0' + value);
   }
 }
 
@@ -125,13 +176,8 @@ class OstrelLine {
   OstrelLine& add(uint64_t value) {
     constexpr size_t kWidest = 20;
     if (capacity_ - used_ < kWidest) [[unlikely]] return add_digits_cut(value);
-    size_t size = 1;
-    for (uint64_t rest = value; rest >= 10; rest /= 10) ++size;
-    char* digit = text_ + used_ + size;
-    do {
-      *--digit = static_cast<char>('0' + value % 10);
-      value /= 10;
-    } while (value != 0);
+    const size_t size = ostrel::detail::decimal_size(value);
+    ostrel::detail::write_decimal(text_ + used_ + size, value);
     used_ += size;
     return *this;
   }
@@ -204,12 +250,9 @@ class OstrelLine {
   }
   [[gnu::cold]] OstrelLine& add_digits_cut(uint64_t value) {
     char digits[20];
-    char* first = digits + sizeof digits;
-    do {
-      *--first = static_cast<char>('0' + value % 10);
-      value /= 10;
-    } while (value != 0);
-    return add_cut(std::string_view(first, static_cast<size_t>(digits + sizeof digits - first)));
+    const size_t size = ostrel::detail::decimal_size(value);
+    ostrel::detail::write_decimal(digits + size, value);
+    return add_cut(std::string_view(digits, size));
   }
 
   char text_[kCapacity + 1];  // and a byte for the terminator that the writers store, or for `last`

@@ -38,8 +38,7 @@ inline OstrelLine& ostrel_add_byte(OstrelLine& line, uint8_t value) {
 
 // "%0<width>d" of a value that is not negative.
 inline OstrelLine& ostrel_add_padded(OstrelLine& line, uint64_t value, int width) {
-  int digits = 1;
-  for (uint64_t rest = value / 10; rest != 0; rest /= 10) ++digits;
+  const int digits = static_cast<int>(ostrel::detail::decimal_size(value));
   for (int pad = width - digits; pad > 0; --pad) line.add('0');
   return line.add(value);
 }

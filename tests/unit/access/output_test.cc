@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -17,11 +18,25 @@ std::string written(Write write) {
   return testing::internal::GetCapturedStdout();
 }
 
+// Digit counts change at the powers of ten and are guessed from the bit width, which changes at the powers
+// of two: values on both sides of each, as "%lu" writes them.
 TEST(OstrelLine, CountersReadAsPrintfWritesThem) {
+  std::vector<uint64_t> values = {0, UINT64_MAX};
+  for (uint64_t power = 1;; power *= 10) {
+    values.insert(values.end(), {power - 1, power, power + 1});
+    if (power > UINT64_MAX / 10) break;
+  }
+  for (int bit = 1; bit < 64; ++bit)
+    values.insert(values.end(), {(uint64_t{1} << bit) - 1, uint64_t{1} << bit});
+  for (uint64_t value : values) {
+    OstrelLine line;
+    char expected[24];
+    std::snprintf(expected, sizeof expected, "%lu", static_cast<unsigned long>(value));
+    EXPECT_EQ(line.add('<').add(value).add('>').text(), "<" + std::string(expected) + ">");
+  }
   OstrelLine line;
-  line.add(uint64_t{0}).add(' ').add(uint64_t{7}).add(' ').add(uint64_t{1000}).add(' ');
-  line.add(UINT64_MAX).add(' ').add_signed(-1).add(' ').add_signed(INT64_MIN).add(' ').add_signed(42);
-  EXPECT_EQ(line.text(), "0 7 1000 18446744073709551615 -1 -9223372036854775808 42");
+  line.add_signed(-1).add(' ').add_signed(INT64_MIN).add(' ').add_signed(42);
+  EXPECT_EQ(line.text(), "-1 -9223372036854775808 42");
 }
 
 // Texts, formats and lines leave in the order they were written, across buffer spills and texts larger than
