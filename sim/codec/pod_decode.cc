@@ -387,10 +387,13 @@ class SpareBlocks {
   // A kept block of at least `bytes` (a large one wasting no more than as much again), or none.
   void* take(size_t bytes) {
     if (bytes < kSmallest) {
-      // A small block's class is its usable size in 16-byte steps, rounded down: any block of the class
-      // that rounds `bytes` up holds them.
-      SmallClass& c = small_[(bytes + kStep - 1) / kStep];
-      return c.count != 0 ? c.blocks[--c.count] : nullptr;
+      // A small block's class is its usable size in 16-byte steps, rounded down. The class that rounds
+      // `bytes` down may hold blocks large enough (the C library's usable sizes lie 8 bytes into a step, and
+      // that is where arrays of 8-byte-aligned elements ask); every block of the class after it is.
+      SmallClass& near = small_[bytes / kStep];
+      if (near.count != 0 && near.blocks[near.count - 1].size >= bytes) return near.blocks[--near.count].block;
+      SmallClass& above = small_[bytes / kStep + 1];
+      return above.count != 0 ? above.blocks[--above.count].block : nullptr;
     }
     for (int i = count_ - 1; i >= 0; --i) {
       if (blocks_[i].size >= bytes && blocks_[i].size <= 2 * bytes) {
@@ -410,7 +413,7 @@ class SpareBlocks {
       if (c.count == kKeptSmall) {
         std::free(block);
       } else {
-        c.blocks[c.count++] = block;
+        c.blocks[c.count++] = {block, size};
       }
       return;
     }
@@ -424,7 +427,7 @@ class SpareBlocks {
   ~SpareBlocks() {
     while (count_ != 0) std::free(blocks_[--count_].block);
     for (SmallClass& c : small_)
-      while (c.count != 0) std::free(c.blocks[--c.count]);
+      while (c.count != 0) std::free(c.blocks[--c.count].block);
   }
 
  private:
@@ -436,7 +439,7 @@ class SpareBlocks {
     size_t size;
   };
   struct SmallClass {
-    void* blocks[kKeptSmall];
+    Kept blocks[kKeptSmall];
     int count = 0;
   };
   Kept blocks_[kKept];
