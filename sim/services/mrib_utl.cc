@@ -4,6 +4,7 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -122,10 +123,21 @@ int mrib_utl_print_entry(uint32_t afi, const uint32_t* key, uint32_t flags, char
 int mrib_utl_print_bvi_entry(const char* table_name, uint32_t source, uint32_t group, const char* ifname,
                              uint8_t group_len, char* buffer, int size) {
   using namespace ostrel::sim;
-  std::string text(designate(source, group, group_len).view());
-  if (ifname && *ifname) text.append(" ").append(ifname);
-  if (table_name && *table_name) text.append(", table ").append(table_name);
-  return store_whole(text, buffer, size);
+  // Joined in the caller's buffer: a BVI route listing asks once per route.
+  const Designation designation = designate(source, group, group_len);
+  const bool named = ifname && *ifname, in_table = table_name && *table_name;
+  const std::string_view pieces[] = {designation.view(), named ? " " : "", named ? ifname : "",
+                                     in_table ? ", table " : "", in_table ? table_name : ""};
+  size_t total = 0;
+  for (std::string_view piece : pieces) total += piece.size();
+  if (!buffer || size <= 0) return kNoRoom;
+  if (total + 1 > static_cast<size_t>(size)) {
+    buffer[0] = '\0';
+    return kNoRoom;
+  }
+  for (std::string_view piece : pieces) buffer = std::copy(piece.begin(), piece.end(), buffer);
+  *buffer = '\0';
+  return static_cast<int>(total);
 }
 
 int mrib_snprintf(char* buffer, int size, const char* format, ...) {

@@ -42,7 +42,13 @@ TEST(PrintBviEntry, DesignationInterfaceAndTable) {
                                         sizeof line);
   EXPECT_STREQ(line, "(10.0.0.1,232.1.1.1) BVI1, table default");
   EXPECT_EQ(length, 40);
-  EXPECT_EQ(mrib_utl_print_bvi_entry("default", 0, 0, "BVI1", 32, line, 10), -1);
+  EXPECT_EQ(mrib_utl_print_bvi_entry("default", htonl(0x0a000001), htonl(0xe8010101), "BVI1", 32, line, 41),
+            40);
+  EXPECT_EQ(mrib_utl_print_bvi_entry("default", htonl(0x0a000001), htonl(0xe8010101), "BVI1", 32, line, 40),
+            -1);
+  EXPECT_STREQ(line, "");
+  EXPECT_EQ(mrib_utl_print_bvi_entry("", 0, 0, "", 32, line, sizeof line), 11);
+  EXPECT_STREQ(line, "(*,0.0.0.0)");
 }
 
 TEST(MribSnprintf, StoresWithinItsRoomAndCountsWhatItStoredForAppending) {
