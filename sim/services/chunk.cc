@@ -15,6 +15,9 @@
 struct chunk_pool_s {
   std::string name;
   size_t stride = 0;
+  // ceil(2^32 / stride): an element's offset times this, shifted down by 32, is its slot. A free would
+  // otherwise divide twice, and a sorted route listing frees two elements per interface.
+  uint64_t slot_factor = 0;
   uint32_t count = 0;
   uint32_t flags = 0;
   std::unique_ptr<std::max_align_t[]> storage;
@@ -30,6 +33,11 @@ namespace ostrel::sim {
 namespace {
 
 constexpr uint32_t kKnownFlags = kChunkFlagZero | kChunkFlagFixed;
+// With ceil(2^32 / stride) = (2^32 + d) / stride, d < stride, an offset k * stride times it is k * 2^32 + k * d,
+// and k * d < k * stride < 2^32 in a pool of at most 4 GiB: shifting gives k exactly, without overflow. Any
+// other offset is refused by the check that k * stride gives it back.
+constexpr int kSlotShift = 32;
+constexpr uint64_t kLargestPool = uint64_t{1} << kSlotShift;
 
 std::unique_ptr<chunk_pool_s> make_pool(const char* name, uint32_t element_size, uint32_t count,
                                         uint32_t flags) {
@@ -37,9 +45,11 @@ std::unique_ptr<chunk_pool_s> make_pool(const char* name, uint32_t element_size,
   auto pool = std::make_unique<chunk_pool_s>();
   pool->name = name;
   pool->stride = (element_size + kAlign - 1) / kAlign * kAlign;
+  pool->slot_factor = ((uint64_t{1} << kSlotShift) + pool->stride - 1) / pool->stride;
   pool->count = count;
   pool->flags = flags;
   size_t bytes = pool->stride * count;
+  if (bytes > kLargestPool) return nullptr;
   pool->storage.reset(
       new (std::nothrow) std::max_align_t[(bytes + sizeof(std::max_align_t) - 1) / sizeof(std::max_align_t)]);
   if (!pool->storage) return nullptr;
@@ -84,9 +94,9 @@ cerr_t chunk_free(chunk_t pool, void* element) {
   auto* first = pool->slot(0);
   auto* byte = static_cast<std::byte*>(element);
   if (byte < first || byte >= first + pool->stride * pool->count) return ostrel::sim::kBadArgument;
-  size_t offset = static_cast<size_t>(byte - first);
-  if (offset % pool->stride != 0) return ostrel::sim::kBadArgument;
-  uint32_t slot = static_cast<uint32_t>(offset / pool->stride);
+  const size_t offset = static_cast<size_t>(byte - first);
+  const auto slot = static_cast<uint32_t>(offset * pool->slot_factor >> ostrel::sim::kSlotShift);
+  if (slot * pool->stride != offset) return ostrel::sim::kBadArgument;
   if (!pool->handed_out[slot]) return ostrel::sim::kBadArgument;
   pool->handed_out[slot] = 0;
   pool->free_slots.push_back(slot);

@@ -1,6 +1,7 @@
 // Fixed-size pools and the lists built from their elements, with their injected faults.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -37,6 +38,25 @@ TEST(Chunk, RefusesWhenFullAndReusesWhatComesBack) {
   EXPECT_EQ(chunk_free(pool.get(), out[0]), kCerrOk);
   EXPECT_NE(chunk_free(pool.get(), out[0]), kCerrOk);  // twice
   EXPECT_NE(chunk_free(pool.get(), again + 1), kCerrOk);
+}
+
+// A free finds its element's slot by multiplying rather than dividing: every element of a full-size pool
+// goes back, once, and nothing inside or past an element does.
+TEST(Chunk, EveryElementOfALargePoolGoesBackOnce) {
+  constexpr uint32_t kCount = 5000;
+  Pool pool(chunk_create("large pool", 808, kCount, 0x101, 0, 0));
+  ASSERT_NE(pool, nullptr);
+  std::vector<unsigned char*> out;
+  for (uint32_t i = 0; i < kCount; ++i) out.push_back(static_cast<unsigned char*>(chunk_malloc(pool.get())));
+  ASSERT_EQ(chunk_malloc(pool.get()), nullptr);
+  int refused = 0;
+  for (unsigned char* element : out) refused += chunk_free(pool.get(), element + 16) != kCerrOk;
+  EXPECT_EQ(refused, static_cast<int>(kCount));
+  EXPECT_NE(chunk_free(pool.get(), *std::max_element(out.begin(), out.end()) + 816), kCerrOk);
+  int freed = 0;
+  for (unsigned char* element : out) freed += chunk_free(pool.get(), element) == kCerrOk;
+  EXPECT_EQ(freed, static_cast<int>(kCount));
+  EXPECT_NE(chunk_free(pool.get(), out.back()), kCerrOk);
 }
 
 TEST(Chunk, InjectedFaultsHitTheNamedPoolOnly) {
