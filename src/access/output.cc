@@ -10,7 +10,6 @@ namespace ostrel::detail {
 
 char out_buffer[kOutSize];
 size_t out_used = 0;
-OstrelLine* open_line = nullptr;
 
 namespace {
 
@@ -36,18 +35,7 @@ void hand_over() {
 
 }  // namespace
 
-void close_open_line() {
-  open_line->move_to_own_buffer();
-  open_line = nullptr;
-}
-
-void out_hand_over() {
-  if (open_line != nullptr) close_open_line();
-  hand_over();
-}
-
 void out_spill(const char* text, size_t size) {
-  if (open_line != nullptr) close_open_line();
   hand_over();
   if (size <= kOutSize) {
     std::memcpy(out_buffer, text, size);
@@ -61,7 +49,6 @@ void out_spill(const char* text, size_t size) {
 
 void ostrel_outf(const char* format, ...) {
   using namespace ostrel::detail;
-  if (open_line != nullptr) close_open_line();
   va_list args;
   va_start(args, format);
   va_list again;
@@ -84,6 +71,6 @@ void ostrel_outf(const char* format, ...) {
 }
 
 void ostrel_out_flush() {
-  ostrel::detail::out_hand_over();
+  ostrel::detail::hand_over();
   if (std::fflush(stdout) != 0) ostrel::detail::write_failed();
 }

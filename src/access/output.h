@@ -12,8 +12,6 @@
 #include <cstring>
 #include <string_view>
 
-class OstrelLine;
-
 namespace ostrel::detail {
 
 // A copy of the few bytes that most pieces of a line are, in place: a call to the library's copy per piece
@@ -96,20 +94,11 @@ extern char out_buffer[kOutSize];
 extern size_t out_used;
 // Hands what is buffered to stdout, then takes `text` too.
 void out_spill(const char* text, size_t size);
-// Hands what is buffered to stdout.
-void out_hand_over();
-
-// The line being assembled in the output buffer itself, after what is buffered, if any (see OstrelLine).
-extern OstrelLine* open_line;
-// Moves the open line into its own buffer, before anything else is written.
-void close_open_line();
 
 }  // namespace ostrel::detail
 
 inline void ostrel_out(const char* text, size_t size) {
   using namespace ostrel::detail;
-  if (open_line != nullptr) [[unlikely]]
-    close_open_line();
   if (size <= kOutSize - out_used) [[likely]] {
     copy_short(out_buffer + out_used, text, size);
     out_used += size;
@@ -153,11 +142,6 @@ class OstrelCursor {
 // A line, or a few lines, assembled in place from pieces and emitted in one write. A piece that does not fit
 // in the capacity is cut there, and the line remembers it: a view under the rule that a line which
 // overflows its buffer is not printed at all gives the buffer's capacity and asks fits() before it emits.
-//
-// The first line made while no other is open is assembled in the output buffer itself, after what is
-// buffered, and its emit() only takes it: copying a line just written piece by piece reads bytes that are
-// still on their way to memory, which stalls. Anything else written meanwhile first moves the open line into
-// its own buffer; a line dropped without emit() leaves nothing behind.
 class OstrelLine {
  public:
   // Every line the views build from bounded pieces (names of 80, flag texts of 256, counters) fits with
@@ -166,19 +150,7 @@ class OstrelLine {
 
   // At most `capacity` characters, at most kCapacity: a line that a buffer of N bytes holds with its
   // terminator has a capacity of N - 1.
-  explicit OstrelLine(size_t capacity = kCapacity) : capacity_(capacity < kCapacity ? capacity : kCapacity) {
-    using namespace ostrel::detail;
-    if (open_line != nullptr) return;
-    if (kOutSize - out_used <= capacity_) [[unlikely]]
-      out_hand_over();
-    text_ = out_buffer + out_used;
-    open_line = this;
-  }
-  ~OstrelLine() {
-    if (ostrel::detail::open_line == this) ostrel::detail::open_line = nullptr;
-  }
-  OstrelLine(const OstrelLine&) = delete;
-  OstrelLine& operator=(const OstrelLine&) = delete;
+  explicit OstrelLine(size_t capacity = kCapacity) : capacity_(capacity < kCapacity ? capacity : kCapacity) {}
 
   OstrelLine& add(std::string_view text) {
     // The cut is kept off the common path, so that a literal's copy has a constant size and compiles to a
@@ -242,9 +214,8 @@ class OstrelLine {
     return *this;
   }
 
-  // The end of the line as a cursor. REQUIRES: room for what the caller will put (a fresh line holds any
-  // total the caller can bound below kCapacity), and no other output until take(), which could move the
-  // line away from under the cursor; the same holds for end() until advance().
+  // The end of the line as a cursor. REQUIRES: room for what the caller will put; a fresh line holds any
+  // total the caller can bound below kCapacity.
   OstrelCursor cursor() { return OstrelCursor(text_ + used_); }
   OstrelLine& take(const OstrelCursor& cursor) {
     used_ = static_cast<size_t>(cursor.at() - text_);
@@ -255,23 +226,11 @@ class OstrelLine {
   // False once a piece was cut.
   bool fits() const { return !cut_; }
 
-  // Writes what was assembled and starts an empty line, in the line's own buffer.
+  // Writes what was assembled and starts an empty line.
   void emit() {
-    if (ostrel::detail::open_line == this) {
-      ostrel::detail::out_used += used_;
-      ostrel::detail::open_line = nullptr;
-      text_ = own_;
-    } else {
-      ostrel_out(text_, used_);
-    }
+    ostrel_out(text_, used_);
     used_ = 0;
     cut_ = false;
-  }
-
-  // For the output, before it writes while this line is open: the line moves to its own buffer.
-  void move_to_own_buffer() {
-    std::memcpy(own_, text_, used_);
-    text_ = own_;
   }
 
   // The same with `last` after the text, outside the capacity: the newline that ends a line built in a
@@ -296,8 +255,7 @@ class OstrelLine {
     return add_cut(std::string_view(digits, size));
   }
 
-  char own_[kCapacity + 1];  // and a byte for the terminator that the writers store, or for `last`
-  char* text_ = own_;        // own_, or the output buffer's room while the line is open there
+  char text_[kCapacity + 1];  // and a byte for the terminator that the writers store, or for `last`
   size_t capacity_;
   size_t used_ = 0;
   bool cut_ = false;

@@ -59,28 +59,6 @@ TEST(Output, EveryWayOutKeepsItsOrder) {
             "a  Gi0/0/0/1 0x00012\nnext\n" + almost_full + "123" + larger + larger);
 }
 
-// A line is assembled in the output buffer itself while nothing else is written: what is written meanwhile
-// goes out first, a line made while another is open waits its turn, a dropped line leaves nothing, and a
-// line that finds the buffer nearly full has it handed over first.
-TEST(Output, AnOpenLineGivesWayToWhatIsWrittenMeanwhile) {
-  std::string filler(ostrel::detail::kOutSize - 100, 'x');
-  EXPECT_EQ(written([&] {
-              OstrelLine first;
-              first.add("first");
-              ostrel_out("a ");
-              { OstrelLine(1).add("dropped"); }
-              OstrelLine second;
-              second.add("second ");
-              ostrel_outf("%s ", "b");
-              second.emit();
-              first.add('\n').emit();
-              ostrel_out(filler);
-              OstrelLine third;
-              third.add("third").emit('\n');
-            }),
-            "a b second first\n" + filler + "third\n");
-}
-
 TEST(OstrelLine, APieceBeyondTheCapacityIsCutThere) {
   OstrelLine line;
   std::string long_piece(OstrelLine::kCapacity - 3, 'x');
