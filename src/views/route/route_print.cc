@@ -379,12 +379,18 @@ namespace {
 
 // Copies the bytes [first, last) of an entry: the values that lie between two texts.
 void copy_values(ostrel_intf_entry* to, const ostrel_intf_entry& from, size_t first, size_t last) {
-  std::memcpy(reinterpret_cast<char*>(to) + first, reinterpret_cast<const char*>(&from) + first, last - first);
+  std::memcpy(reinterpret_cast<char*>(to) + first, reinterpret_cast<const char*>(&from) + first,
+              last - first);
 }
 
 // A text of an entry, its terminator included: the room after it means nothing.
 void copy_text(char* to, const char* from, size_t size, size_t room) {
   ostrel::detail::copy_short(to, from, std::min(size + 1, room));
+}
+
+// The length of a text that is most often empty, without a call for an empty one.
+size_t text_size(const char* text, size_t room) {
+  return text[0] == '\0' ? 0 : strnlen(text, room);
 }
 
 // Saves a prepared interface into a pool entry, which the pool has zeroed: each text up to its terminator
@@ -401,11 +407,12 @@ void save_entry(ostrel_intf_entry* to, const ostrel_intf_entry& from) {
   copy_values(to, from, offsetof(E, name_size), offsetof(E, flags));
   if (from.flags_size != 0) copy_text(to->flags, from.flags, from.flags_size, sizeof from.flags);
   copy_values(to, from, offsetof(E, flags_size), offsetof(E, mdf));
-  copy_text(to->mdf.text, from.mdf.text, strnlen(from.mdf.text, sizeof from.mdf.text), sizeof from.mdf.text);
+  copy_text(to->mdf.text, from.mdf.text, text_size(from.mdf.text, sizeof from.mdf.text),
+            sizeof from.mdf.text);
   to->mdf.add_count = from.mdf.add_count;
   to->mdf.del_count = from.mdf.del_count;
   copy_values(to, from, offsetof(E, backup_fgid), offsetof(E, evpn_annot));
-  copy_text(to->evpn_annot, from.evpn_annot, strnlen(from.evpn_annot, sizeof from.evpn_annot),
+  copy_text(to->evpn_annot, from.evpn_annot, text_size(from.evpn_annot, sizeof from.evpn_annot),
             sizeof from.evpn_annot);
 }
 
