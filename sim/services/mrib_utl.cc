@@ -27,17 +27,13 @@ namespace {
 constexpr int kNoRoom = -1;
 constexpr int kFailed = -2;
 
-// Long enough for "(255.255.255.255,255.255.255.255/4294967295)".
-struct Designation {
-  std::array<char, 64> text;
-  size_t length;
-  std::string_view view() const { return {text.data(), length}; }
-};
+// "(255.255.255.255,255.255.255.255/4294967295)" and a terminator.
+constexpr size_t kDesignationRoom = 46;
 
+// Writes the designation and a terminator at `at`, which has kDesignationRoom bytes, and returns its length.
 // Written by hand rather than formatted: every route printed asks for one.
-Designation designate(uint32_t source, uint32_t group, uint32_t prefix_length) {
-  Designation d;
-  char* at = d.text.data();
+size_t designate_at(uint32_t source, uint32_t group, uint32_t prefix_length, char* at) {
+  char* const first = at;
   *at++ = '(';
   if (source != 0) {
     at += write_dotted(reinterpret_cast<const unsigned char*>(&source), at);
@@ -49,7 +45,18 @@ Designation designate(uint32_t source, uint32_t group, uint32_t prefix_length) {
   if (prefix_length != 32) at += std::snprintf(at, 12, "/%u", prefix_length);
   *at++ = ')';
   *at = '\0';
-  d.length = static_cast<size_t>(at - d.text.data());
+  return static_cast<size_t>(at - first);
+}
+
+struct Designation {
+  std::array<char, kDesignationRoom> text;
+  size_t length;
+  std::string_view view() const { return {text.data(), length}; }
+};
+
+Designation designate(uint32_t source, uint32_t group, uint32_t prefix_length) {
+  Designation d;
+  d.length = designate_at(source, group, prefix_length, d.text.data());
   return d;
 }
 
@@ -117,6 +124,9 @@ int mrib_utl_print_entry(uint32_t afi, const uint32_t* key, uint32_t flags, char
     return fault->overflow ? kNoRoom : kFailed;
   }
   if (afi != 0 || flags != 0 || !key) return kFailed;
+  // A buffer with room for the longest takes it in place; a smaller one takes it whole or not at all.
+  if (buffer && size >= static_cast<int>(kDesignationRoom))
+    return static_cast<int>(designate_at(key[1], key[0], key[2], buffer));
   return store_whole(designate(key[1], key[0], key[2]).view(), buffer, size);
 }
 

@@ -29,6 +29,11 @@ TEST(PrintEntry, SourceGroupFormsTheirRoomAndInjectedFaults) {
   EXPECT_EQ(print_entry(0xe8010101, 0x0a000001, 32, line, 21), 20);  // exactly the text and its terminator
   EXPECT_LT(print_entry(0xe8010101, 0x0a000001, 32, line, 20), 0);
   EXPECT_STREQ(line, "");
+  for (int size : {512, 46, 45}) {  // the longest, written in place or whole
+    EXPECT_EQ(print_entry(0xffffffff, 0xffffffff, 4294967295u, line, size), 44) << size;
+    EXPECT_STREQ(line, "(255.255.255.255,255.255.255.255/4294967295)") << size;
+  }
+  EXPECT_LT(print_entry(0xffffffff, 0xffffffff, 4294967295u, line, 44), 0);
   for (auto [fixture, result] : {std::pair{R"({"faults": [{"op": "print_entry", "overflow": true}]})", -1},
                                  {R"({"faults": [{"op": "print_entry"}]})", -2}}) {
     ostrel::sim::TestRoot root(fixture);
