@@ -3,8 +3,8 @@
 // check that the bits that must be zero are zero, and fix-ups of its slots only: references become copies of
 // texts, arrays and pointer targets from the record's later parts, union case areas are checked against
 // their discriminator. Nothing on that path builds text: a refusal finds and names its field afterwards.
-#include <malloc.h>
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -375,6 +375,27 @@ bool take_allocation() {
   return true;
 }
 
+// Every block of decoded values begins after a header that holds its capacity, the bytes asked for when it
+// was made: released, a block is kept by that capacity without asking the C library for its size. The
+// header keeps the block aligned as the library aligns its own.
+constexpr size_t kHeader = 16;
+
+void* with_capacity(void* allocation, size_t capacity) {
+  if (allocation == nullptr) return nullptr;
+  std::memcpy(allocation, &capacity, sizeof capacity);
+  return static_cast<unsigned char*>(allocation) + kHeader;
+}
+
+size_t capacity_of(const void* block) {
+  size_t capacity;
+  std::memcpy(&capacity, static_cast<const unsigned char*>(block) - kHeader, sizeof capacity);
+  return capacity;
+}
+
+void free_block(void* block) {
+  std::free(static_cast<unsigned char*>(block) - kHeader);
+}
+
 // Blocks given back by release(), kept for the next decode: the next record of a listing asks for blocks of
 // the same sizes. A route's interface array is a few kilobytes, beyond the sizes that the C library's own
 // per-thread cache keeps; an encapsulation ID's or an IIR interface's several small arrays and texts
@@ -387,9 +408,8 @@ class SpareBlocks {
   // A kept block of at least `bytes` (a large one wasting no more than as much again), or none.
   void* take(size_t bytes) {
     if (bytes < kSmallest) {
-      // A small block's class is its usable size in 16-byte steps, rounded down. The class that rounds
-      // `bytes` down may hold blocks large enough (the C library's usable sizes lie 8 bytes into a step, and
-      // that is where arrays of 8-byte-aligned elements ask); every block of the class after it is.
+      // A small block's class is its capacity in 16-byte steps, rounded down. The class that rounds `bytes`
+      // down may hold blocks large enough; every block of the class after it is.
       SmallClass& near = small_[bytes / kStep];
       if (near.count != 0 && near.blocks[near.count - 1].size >= bytes) return near.blocks[--near.count].block;
       SmallClass& above = small_[bytes / kStep + 1];
@@ -407,27 +427,27 @@ class SpareBlocks {
 
   void give_back(void* block) {
     if (block == nullptr) return;
-    size_t size = malloc_usable_size(block);
+    const size_t size = capacity_of(block);
     if (size < kSmallest) {
       SmallClass& c = small_[size / kStep];
       if (c.count == kKeptSmall) {
-        std::free(block);
+        free_block(block);
       } else {
         c.blocks[c.count++] = {block, size};
       }
       return;
     }
     if (count_ == kKept) {
-      std::free(block);
+      free_block(block);
       return;
     }
     blocks_[count_++] = {block, size};
   }
 
   ~SpareBlocks() {
-    while (count_ != 0) std::free(blocks_[--count_].block);
+    while (count_ != 0) free_block(blocks_[--count_].block);
     for (SmallClass& c : small_)
-      while (c.count != 0) std::free(c.blocks[--c.count].block);
+      while (c.count != 0) free_block(c.blocks[--c.count].block);
   }
 
  private:
@@ -481,13 +501,17 @@ copy_masked(unsigned char* __restrict to, const unsigned char* __restrict from,
 }
 
 void* allocate(size_t count, size_t size) {
-  return take_allocation() ? std::calloc(count, size == 0 ? 1 : size) : nullptr;
+  if (!take_allocation()) return nullptr;
+  if (size == 0) size = 1;
+  if (count > (SIZE_MAX - kHeader) / size) return nullptr;
+  return with_capacity(std::calloc(1, kHeader + count * size), count * size);
 }
 
 void* allocate_raw(size_t bytes) {
   if (!take_allocation()) return nullptr;
   if (void* block = spare_blocks.take(bytes)) return block;
-  return std::malloc(bytes);
+  if (bytes > SIZE_MAX - kHeader) return nullptr;
+  return with_capacity(std::malloc(kHeader + bytes), bytes);
 }
 
 void give_back(void* block) {
