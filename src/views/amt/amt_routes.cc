@@ -2,7 +2,6 @@
 // a VRF or those of the -s source and the -g group as typed. How a mode is walked is in amt_mode.h.
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <span>
 #include <string_view>
 
@@ -111,18 +110,12 @@ void mrib_amt_route_ex_print(const mrib_amt_route_ex_pod* route) {
 
 // ---- Resume keys -----------------------------------------------------------------------------------------
 
-// "source,group" in hexadecimal, without the prefix length that the route view's keys carry. Asked after
-// every record: the route view's key, written by hand, is cut instead of formatting one.
+// "source,group" in hexadecimal, without the prefix length that the route view's keys carry.
 template <typename Record>
 bool source_group_key(const Record& route, char* key, size_t size) {
-  constexpr size_t kLength = sizeof "0a000001,e8010101" - 1;
-  char route_key[32];
-  if (size <= kLength || !ostrel_route_key(route.Source, route.GroupRange.GroupPrefix, kAmtPathLength,
-                                           route_key, sizeof route_key))
-    return false;
-  std::memcpy(key, route_key, kLength);
-  key[kLength] = '\0';
-  return true;
+  const char* source = ostrel_amt_hex(route.Source);
+  const char* group = ostrel_amt_hex(route.GroupRange.GroupPrefix);
+  return source != nullptr && group != nullptr && ostrel_amt_key(key, size, "%s,%s", source, group);
 }
 
 // "source,group,gateway,port": the gateway's address in host byte order.
