@@ -42,19 +42,6 @@ using ostrel::detail::interface_names;
 using ostrel::detail::NodeKind;
 using ostrel::detail::node_names;
 
-// A node or forwarding-processor name as the platform writes it into `size` bytes, remembered by kind, size
-// and identifier.
-std::optional<std::string_view> node_or_fapid_name(NodeKind kind, uint32_t id, uint32_t size) {
-  OSTREL_ASSERT(size >= 1 && size <= 80, "size", kClientSource);
-  uint64_t key = ostrel::detail::node_key(kind, id, size);
-  if (std::string_view name = node_names.find(key); name.data() != nullptr) return name;
-  char name[80];
-  cerr_t rc = kind == NodeKind::kNode ? nodeid_to_str_external(id, name, size)
-                                      : fapid_to_str_external(id, name, size);
-  if (rc != kCerrOk) return std::nullopt;
-  return node_names.keep(key, name);
-}
-
 // The next slot of a 16-byte ring, emptied.
 char* next_slot(char (&ring)[kRingSlots][16], int32_t& index) {
   if (index >= kRingSlots) index = 0;
@@ -162,7 +149,6 @@ std::string_view ostrel::detail::ifh_name_asked(uint32_t handle, uint32_t displa
     return {interface_name_buffer, static_cast<size_t>(n)};
   }
   uint64_t key = interface_key(handle, display_flags);
-  if (std::string_view name = interface_names.find(key); name.data() != nullptr) return name;
   interface_name_buffer[0] = '\0';
   imc_interface_name_result result{interface_name_buffer, sizeof interface_name_buffer, 0};
   cerr_t rc = imc_interface_name(mrib_imc_ctx, 1, &handle, 0, &result);
@@ -176,11 +162,15 @@ std::string_view ostrel::detail::ifh_name_asked(uint32_t handle, uint32_t displa
 }
 
 std::optional<std::string_view> ostrel::detail::node_name_asked(NodeKind kind, uint32_t id, uint32_t size) {
-  return node_or_fapid_name(kind, id, size);
+  OSTREL_ASSERT(size >= 1 && size <= 80, "size", kClientSource);
+  char name[80];
+  cerr_t rc = kind == NodeKind::kNode ? nodeid_to_str_external(id, name, size)
+                                      : fapid_to_str_external(id, name, size);
+  if (rc != kCerrOk) return std::nullopt;
+  return node_names.keep(node_key(kind, id, size), name);
 }
 
 std::optional<std::string_view> ostrel::detail::duration_text_asked(uint64_t seconds) {
-  if (std::string_view text = durations.find(seconds); text.data() != nullptr) return text;
   const char* text = sprint_dhms64(seconds);
   if (text == nullptr) return std::nullopt;
   std::string_view kept = durations.keep(seconds, text);

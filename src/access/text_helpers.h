@@ -89,6 +89,7 @@ inline uint64_t interface_key(uint32_t handle, uint32_t display_flags) {
 inline uint64_t node_key(NodeKind kind, uint32_t id, uint32_t size) {
   return static_cast<uint64_t>(kind) << 40 | uint64_t{size} << 32 | id;
 }
+// The platform's answers, asked once the memo has missed; a success is kept there.
 std::string_view ifh_name_asked(uint32_t handle, uint32_t display_flags);
 std::optional<std::string_view> node_name_asked(NodeKind kind, uint32_t id, uint32_t size);
 std::optional<std::string_view> duration_text_asked(uint64_t seconds);
