@@ -1,16 +1,22 @@
 // The floor: what "scan the route table and print it" costs this machine with nothing else in the way. It
 // reads the items of one store directory with the same batched range query as the simulated store (256 a
 // batch, resuming after the last name) and prints, with printf, as many bytes per item as the view it stands
-// beside printed per route. Records are unpacked into a reused buffer as the store unpacks them, and not
-// decoded: the difference to ostrel is the program's own work.
+// beside printed per route. Records are unpacked into a reused buffer as the store unpacks them, and unless
+// asked not decoded: the difference to ostrel is the program's own work.
 //
-// usage: floor ROOT DIRECTORY BYTES_PER_ITEM
+// Given a record type as well, the floor also decodes each record with the platform's decoder and releases
+// it, as every view must before it prints: what is left between a view and this floor is its printing.
+//
+// usage: floor ROOT DIRECTORY BYTES_PER_ITEM [RECORD_TYPE]
 #include <sqlite3.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
+#include "access/pod_descriptors.h"
+#include "platform/pod.h"
 #include "sim/store/record_pack.h"
 
 namespace {
@@ -25,10 +31,19 @@ int fail(sqlite3* db, const char* what) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::fprintf(stderr, "usage: floor ROOT DIRECTORY BYTES_PER_ITEM\n");
+  if (argc != 4 && argc != 5) {
+    std::fprintf(stderr, "usage: floor ROOT DIRECTORY BYTES_PER_ITEM [RECORD_TYPE]\n");
     return 2;
   }
+  const pod_desc* desc = argc == 5 ? ostrel_find_pod_desc(argv[4]) : nullptr;
+  if (argc == 5 && desc == nullptr) {
+    std::fprintf(stderr, "floor: no record type %s\n", argv[4]);
+    return 2;
+  }
+  // The decoded structure, in one block reused for every record as a view reuses its own.
+  std::unique_ptr<std::max_align_t[]> decoded;
+  if (desc != nullptr)
+    decoded.reset(new std::max_align_t[desc->layout[0].size / sizeof(std::max_align_t) + 1]);
   std::string uri = std::string("file:") + argv[1] + "/vellum.db?immutable=1";
   int bytes = std::atoi(argv[3]);
   if (bytes < 16) bytes = 16;
@@ -67,6 +82,13 @@ int main(int argc, char** argv) {
       if (!ostrel::sim::unpack_record_append(packed, static_cast<size_t>(sqlite3_column_bytes(batch, 2)),
                                              &record))
         return fail(db, "read");
+      if (desc != nullptr) {
+        if (pod_decode(record.data(), static_cast<uint32_t>(record.size()), decoded.get(), desc) != kCerrOk) {
+          std::fprintf(stderr, "floor: %s does not decode\n", name);
+          return 1;
+        }
+        pod_free_indirections(decoded.get(), desc);
+      }
       // One line of the view's width per item: the key, then filler up to the width.
       int n = std::printf("%s %zu ", name, record.size());
       std::printf("%.*s\n", bytes - 1 - n > 0 ? bytes - 1 - n : 0, line.c_str());
