@@ -411,7 +411,8 @@ class SpareBlocks {
       // A small block's class is its capacity in 16-byte steps, rounded down. The class that rounds `bytes`
       // down may hold blocks large enough; every block of the class after it is.
       SmallClass& near = small_[bytes / kStep];
-      if (near.count != 0 && near.blocks[near.count - 1].size >= bytes) return near.blocks[--near.count].block;
+      if (near.count != 0 && near.blocks[near.count - 1].size >= bytes)
+        return near.blocks[--near.count].block;
       SmallClass& above = small_[bytes / kStep + 1];
       return above.count != 0 ? above.blocks[--above.count].block : nullptr;
     }

@@ -22,8 +22,8 @@ struct chunk_pool_s {
   uint32_t flags = 0;
   std::unique_ptr<std::max_align_t[]> storage;
   std::vector<uint32_t> free_slots;  // a stack: the slot freed last is handed out next, still warm in cache
-  std::vector<uint8_t> handed_out;  // a byte each: tested and set on every allocation
-  int64_t allocations = 0;  // chunk_malloc() calls so far, the index of "pool_alloc" faults
+  std::vector<uint8_t> handed_out;   // a byte each: tested and set on every allocation
+  int64_t allocations = 0;           // chunk_malloc() calls so far, the index of "pool_alloc" faults
   bool alloc_faults = false;
 
   std::byte* slot(uint32_t index) { return reinterpret_cast<std::byte*>(storage.get()) + index * stride; }
@@ -33,9 +33,9 @@ namespace ostrel::sim {
 namespace {
 
 constexpr uint32_t kKnownFlags = kChunkFlagZero | kChunkFlagFixed;
-// With ceil(2^32 / stride) = (2^32 + d) / stride, d < stride, an offset k * stride times it is k * 2^32 + k * d,
-// and k * d < k * stride < 2^32 in a pool of at most 4 GiB: shifting gives k exactly, without overflow. Any
-// other offset is refused by the check that k * stride gives it back.
+// With ceil(2^32 / stride) = (2^32 + d) / stride, d < stride, an offset k * stride times it is
+// k * 2^32 + k * d, and k * d < k * stride < 2^32 in a pool of at most 4 GiB: shifting gives k exactly,
+// without overflow. Any other offset is refused by the check that k * stride gives it back.
 constexpr int kSlotShift = 32;
 constexpr uint64_t kLargestPool = uint64_t{1} << kSlotShift;
 

@@ -15,8 +15,8 @@ inline constexpr uint32_t kChunkFlagFixed = 0x100;  // the pool never grows (alw
 
 // Creates the pool `name` of `count` elements of `element_size` bytes each (every element aligned for any
 // type). The two reserved words must be 0. None when the arguments are invalid (a size or count of 0, an
-// unknown flag, a reserved word set) or the memory cannot be had (nor more than 4 GiB of it). The pool owns its memory until
-// chunk_destroy().
+// unknown flag, a reserved word set) or the memory cannot be had (nor more than 4 GiB of it). The pool owns
+// its memory until chunk_destroy().
 chunk_t chunk_create(const char* name, uint32_t element_size, uint32_t count, uint32_t flags,
                      uint32_t reserved_a, uint32_t reserved_b);
 

@@ -400,6 +400,7 @@ void save_entry(ostrel_intf_entry* to, const ostrel_intf_entry& from) {
   using E = ostrel_intf_entry;
   static_assert(offsetof(E, name) == 0 && offsetof(E, name_size) == sizeof from.name &&
                     offsetof(E, flags_size) == offsetof(E, flags) + sizeof from.flags &&
+                    offsetof(ostrel_intf_mdf, text) == 0 &&
                     offsetof(E, backup_fgid) == offsetof(E, mdf) + sizeof from.mdf &&
                     offsetof(E, evpn_annot) + sizeof from.evpn_annot == sizeof(E),
                 "the texts and the values between them, in this order");
@@ -409,9 +410,8 @@ void save_entry(ostrel_intf_entry* to, const ostrel_intf_entry& from) {
   copy_values(to, from, offsetof(E, flags_size), offsetof(E, mdf));
   copy_text(to->mdf.text, from.mdf.text, text_size(from.mdf.text, sizeof from.mdf.text),
             sizeof from.mdf.text);
-  to->mdf.add_count = from.mdf.add_count;
-  to->mdf.del_count = from.mdf.del_count;
-  copy_values(to, from, offsetof(E, backup_fgid), offsetof(E, evpn_annot));
+  // The counts and the values after them: bytes, as prepare leaves most of them unset without -P or -D.
+  copy_values(to, from, offsetof(E, mdf) + sizeof from.mdf.text, offsetof(E, evpn_annot));
   copy_text(to->evpn_annot, from.evpn_annot, text_size(from.evpn_annot, sizeof from.evpn_annot),
             sizeof from.evpn_annot);
 }
